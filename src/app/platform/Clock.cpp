@@ -1,0 +1,37 @@
+#include "Clock.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+namespace sidekin {
+
+namespace {
+
+class SystemClock : public Clock {
+public:
+    float secondsSinceMidnight() override {
+        const QTime t = QTime::currentTime();
+        return static_cast<float>(t.msecsSinceStartOfDay() / 1000.0);
+    }
+    QDateTime now() override { return QDateTime::currentDateTime(); }
+    void pause(double seconds) override {
+        QEventLoop loop;
+        QTimer::singleShot(static_cast<int>(seconds * 1000.0), &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+};
+
+SystemClock systemClock;
+Clock* current = &systemClock;
+
+}  // namespace
+
+Clock& clock() { return *current; }
+
+void setClock(Clock* implementation) { current = implementation ? implementation : &systemClock; }
+
+float Timer() { return clock().secondsSinceMidnight(); }
+
+QDate today() { return clock().now().date(); }
+
+}  // namespace sidekin

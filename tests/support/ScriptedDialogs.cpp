@@ -1,0 +1,53 @@
+#include "ScriptedDialogs.h"
+
+namespace sidekin::test {
+
+ScriptedDialogs::ScriptedDialogs() { setDialogs(this); }
+ScriptedDialogs::~ScriptedDialogs() { setDialogs(nullptr); }
+
+BoxAnswer ScriptedDialogs::messageBox(BoxStyle style, const QString& text, const QString& title) {
+    shown.push_back({Shown::Box, style, text, title});
+    if (!boxAnswers.empty()) {
+        BoxAnswer answer = boxAnswers.front();
+        boxAnswers.pop_front();
+        return answer;
+    }
+    return style == BoxStyle::ExclamationYesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
+}
+
+QString ScriptedDialogs::inputBox(const QString& prompt, const QString& title,
+                                  const QString& defaultText) {
+    shown.push_back({Shown::Input, BoxStyle::Plain, prompt, title});
+    if (!inputAnswers.empty()) {
+        QString answer = inputAnswers.front();
+        inputAnswers.pop_front();
+        return answer;
+    }
+    return defaultText;
+}
+
+void ScriptedDialogs::showModal(QWidget&) { shown.push_back({Shown::Modal, {}, {}, {}}); }
+
+bool ScriptedDialogs::openDocument(const QString& file, const QString& workingFolder) {
+    shown.push_back({Shown::Document, {}, file, workingFolder});
+    return documentOpens;
+}
+
+bool ScriptedDialogs::showHelp(const QString& file, const QString& topic) {
+    shown.push_back({Shown::Help, {}, file, topic});
+    return helpOpens;
+}
+
+QPrinter* ScriptedDialogs::printer() {
+    shown.push_back({Shown::Printer, {}, {}, {}});
+    return printerToGive;
+}
+
+QStringList ScriptedDialogs::boxTitles() const {
+    QStringList titles;
+    for (const Shown& s : shown)
+        if (s.kind == Shown::Box) titles << s.title;
+    return titles;
+}
+
+}  // namespace sidekin::test
