@@ -21,6 +21,8 @@ void FakeWindowSystem::setChildren(WindowHandle parent, std::vector<WindowHandle
 }
 
 WindowHandle FakeWindowSystem::firstChild(WindowHandle parent) {
+    ++firstChildCalls;
+    if (onFirstChild) onFirstChild(firstChildCalls);
     auto it = children.find(parent);
     return it == children.end() || it->second.empty() ? 0 : it->second.front();
 }

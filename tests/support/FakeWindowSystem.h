@@ -3,6 +3,7 @@
 #include "WindowSystem.h"
 
 #include <QString>
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -28,6 +29,8 @@ public:
     std::map<WindowHandle, QString> titles;
     std::vector<std::pair<WindowHandle, WindowHandle>> parentings;  // child, new parent
     int titleReads = 0;
+    int firstChildCalls = 0;
+    std::function<void(int)> onFirstChild;  // called with the count of calls so far
     WindowHandle nextHandle = 1000;
 };
 

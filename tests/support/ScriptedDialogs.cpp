@@ -2,6 +2,12 @@
 
 namespace sidekin::test {
 
+void PrintTo(const Shown& shown, std::ostream* os) {
+    static const char* kinds[] = {"Box", "Input", "Modal", "Document", "Help", "Printer"};
+    *os << kinds[shown.kind] << "(style " << static_cast<int>(shown.style) << ", \""
+        << shown.text.toStdString() << "\", \"" << shown.title.toStdString() << "\")";
+}
+
 ScriptedDialogs::ScriptedDialogs() { setDialogs(this); }
 ScriptedDialogs::~ScriptedDialogs() { setDialogs(nullptr); }
 

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <deque>
+#include <ostream>
 #include <vector>
 
 namespace sidekin::test {
@@ -18,6 +19,8 @@ struct Shown {
 
     bool operator==(const Shown&) const = default;
 };
+
+void PrintTo(const Shown& shown, std::ostream* os);
 
 // Answers from a script instead of an operator. Boxes with no scripted answer
 // get OK (or Yes); input boxes with none get their default text.

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "WindowSystem.h"
+
+#include <memory>
+
+namespace sidekin {
+
+// The window system of the platform Qt runs on: X11 under xcb, the null one
+// elsewhere (offscreen, Wayland, or a build without xcb). Needs a QGuiApplication.
+std::unique_ptr<WindowSystem> makePlatformWindowSystem();
+
+}  // namespace sidekin

@@ -1,0 +1,126 @@
+#include "QtOperatorDialogs.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QEvent>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QUrl>
+#include <QWidget>
+
+namespace sidekin {
+
+namespace {
+
+// Ends a local loop when the watched widget is hidden. A minimised window
+// gets a spontaneous hide but stays visible, so that does not count.
+class HideWatcher : public QObject {
+public:
+    HideWatcher(QWidget& widget, QEventLoop& loop) : widget_(widget), loop_(loop) {}
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == &widget_ && event->type() == QEvent::Hide && !widget_.isVisible())
+            loop_.quit();
+        return false;
+    }
+
+private:
+    QWidget& widget_;
+    QEventLoop& loop_;
+};
+
+}  // namespace
+
+QtOperatorDialogs::QtOperatorDialogs() = default;
+QtOperatorDialogs::~QtOperatorDialogs() = default;
+
+BoxAnswer QtOperatorDialogs::messageBox(BoxStyle style, const QString& text,
+                                        const QString& title) {
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons = QMessageBox::Ok;
+    switch (style) {
+        case BoxStyle::Plain:
+            break;
+        case BoxStyle::ExclamationOk:
+            icon = QMessageBox::Warning;
+            break;
+        case BoxStyle::ExclamationYesNo:
+            icon = QMessageBox::Warning;
+            buttons = QMessageBox::Yes | QMessageBox::No;
+            break;
+        case BoxStyle::Critical:
+            icon = QMessageBox::Critical;
+            break;
+    }
+    QMessageBox box(icon, title, text, buttons);
+    // Messages carry file names and host texts, never markup.
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowModality(Qt::ApplicationModal);
+    const int answer = box.exec();
+    if (style != BoxStyle::ExclamationYesNo) return BoxAnswer::Ok;
+    return answer == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
+}
+
+QString QtOperatorDialogs::inputBox(const QString& prompt, const QString& title,
+                                    const QString& defaultText) {
+    bool ok = false;
+    const QString text =
+        QInputDialog::getText(nullptr, title, prompt, QLineEdit::Normal, defaultText, &ok);
+    return ok ? text : QString();
+}
+
+void QtOperatorDialogs::showModal(QWidget& form) {
+    const Qt::WindowModality previous = form.windowModality();
+    form.setWindowModality(Qt::ApplicationModal);
+
+    QPointer<QWidget> guard(&form);
+    QEventLoop loop;
+    HideWatcher watcher(form, loop);
+    form.installEventFilter(&watcher);
+    QObject::connect(&form, &QObject::destroyed, &loop, &QEventLoop::quit);
+
+    form.show();
+    if (form.isVisible()) loop.exec(QEventLoop::DialogExec);
+
+    if (guard) {
+        form.removeEventFilter(&watcher);
+        // A later plain show must not be modal.
+        form.setWindowModality(previous);
+    }
+}
+
+bool QtOperatorDialogs::openDocument(const QString& file, const QString& workingFolder) {
+    if (file.isEmpty()) return false;
+    const QFileInfo info(QDir(workingFolder).filePath(file));
+    if (!info.exists()) return false;
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(info.absoluteFilePath()));
+}
+
+bool QtOperatorDialogs::showHelp(const QString& file, const QString& topic) {
+    if (file.isEmpty()) return false;
+    const QFileInfo info(file);
+    if (!info.exists()) return false;
+    QUrl url = QUrl::fromLocalFile(info.absoluteFilePath());
+    const QString suffix = info.suffix().toLower();
+    if (!topic.isEmpty() && (suffix == QLatin1String("html") || suffix == QLatin1String("htm")))
+        url.setFragment(topic);
+    return QDesktopServices::openUrl(url);
+}
+
+QPrinter* QtOperatorDialogs::printer() {
+    const QPrinterInfo defaultPrinter = QPrinterInfo::defaultPrinter();
+    if (defaultPrinter.isNull()) return nullptr;
+    if (!printer_)
+        printer_ = std::make_unique<QPrinter>(defaultPrinter);
+    else if (printer_->printerName() != defaultPrinter.printerName())
+        printer_->setPrinterName(defaultPrinter.printerName());
+    return printer_.get();
+}
+
+}  // namespace sidekin

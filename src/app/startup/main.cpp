@@ -1,0 +1,23 @@
+#include "Main.h"
+
+#include "platform/PlatformWindowSystem.h"
+#include "platform/QtOperatorDialogs.h"
+
+#include <QApplication>
+#include <QStringList>
+
+int main(int argc, char** argv) {
+    QApplication app(argc, argv);
+    // The host owns the window's life: a hidden main window keeps the program running.
+    app.setQuitOnLastWindowClosed(false);
+
+    sidekin::QtOperatorDialogs dialogs;
+    sidekin::setDialogs(&dialogs);
+    auto windows = sidekin::makePlatformWindowSystem();
+    sidekin::setWindowSystem(windows.get());
+
+    // The host hands over one line; a shell may have split it at blanks.
+    const QString commandLine = app.arguments().mid(1).join(QLatin1Char(' '));
+    sidekin::Main(commandLine);
+    return app.exec();
+}

@@ -1,0 +1,156 @@
+#include "FrmOrq.h"
+
+#include "AppState.h"
+#include "G11n.h"
+#include "Profile.h"
+#include "Sleep.h"
+#include "platform/Conversions.h"
+#include "platform/ErrorHandler.h"
+#include "platform/Events.h"
+#include "platform/Screen.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <memory>
+
+namespace sidekin {
+
+namespace {
+
+std::unique_ptr<FrmOrq> instance;
+
+QRect twipsRect(int left, int top, int width, int height) {
+    return {twipsToPixelsX(left), twipsToPixelsY(top), twipsToPixelsX(width),
+            twipsToPixelsY(height)};
+}
+
+template <typename Control>
+Control* place(QWidget* parent, const char* name, int left, int top, int width, int height) {
+    auto* control = new Control(parent);
+    control->setObjectName(QLatin1String(name));
+    control->setGeometry(twipsRect(left, top, width, height));
+    return control;
+}
+
+template <typename Control>
+Control* place(QWidget* parent, const char* name, const QString& caption, int left, int top,
+               int width, int height) {
+    Control* control = place<Control>(parent, name, left, top, width, height);
+    control->setText(caption);
+    return control;
+}
+
+}  // namespace
+
+FrmOrq::FrmOrq() {
+    setObjectName(QStringLiteral("frmORQ"));
+    setWindowTitle(QStringLiteral("Zentrovar Sidekin"));
+    resize(twipsToPixelsX(11025), twipsToPixelsY(4335));
+
+    fraRunStatus = place<QGroupBox>(this, "fraRunStatus", 270, 90, 3555, 975);
+    fraRunStatus->setTitle(QStringLiteral("Run Status"));
+    fraSystemStatus = place<QGroupBox>(this, "fraSystemStatus", 3960, 90, 3150, 975);
+    fraSystemStatus->setTitle(QStringLiteral("System Status"));
+    fraRunTableControl = place<QGroupBox>(this, "fraRunTableControl", 7245, 90, 3510, 975);
+    fraRunTableControl->setTitle(QStringLiteral("Run Table Control"));
+
+    lblCurrentRun = place<QLabel>(fraRunStatus, "lblCurrentRun", 120, 300, 3315, 255);
+    lblStatusTime = place<QLabel>(fraRunStatus, "lblStatusTime", 120, 600, 3315, 255);
+    lblSysStatusReady = place<QLabel>(fraSystemStatus, "lblSysStatusReady", 120, 300, 2910, 255);
+    lblSysStatusMethod = place<QLabel>(fraSystemStatus, "lblSysStatusMethod", 120, 600, 2910, 255);
+    cmdStartPauseResume = place<QPushButton>(fraRunTableControl, "cmdStartPauseResume",
+                                             QStringLiteral("&Start"), 240, 330, 1440, 420);
+    cmdStop = place<QPushButton>(fraRunTableControl, "cmdStop", QStringLiteral("Sto&p"), 1830,
+                                 330, 1440, 420);
+
+    lblRunTable = place<QLabel>(this, "lblRunTable", QStringLiteral(" Run Table"), 900, 1215,
+                                1200, 255);
+    lblOperator = place<QLabel>(this, "lblOperator", QStringLiteral("&Operator :"), 2280, 1215,
+                                1000, 255);
+    cboOperator = place<QComboBox>(this, "cboOperator", 3330, 1170, 2600, 315);
+    lblSubDir = place<QLabel>(this, "lblSubDir", QStringLiteral("Data S&ubdirectory :"), 6120,
+                              1215, 1650, 255);
+    txtSubDir = place<QLineEdit>(this, "txtSubDir", 7800, 1170, 3225, 315);
+
+    lblAdjRunOrder = place<QLabel>(this, "lblAdjRunOrder",
+                                   QStringLiteral("   Adjust  Run   Order"), 60, 1530, 780, 735);
+    lblAdjRunOrder->setWordWrap(true);
+    cmdUp = place<QPushButton>(this, "cmdUp", QStringLiteral("\u25B2"), 240, 2340, 495, 495);
+    cmdUp->setToolTip(QStringLiteral("Move selected item up one position"));
+    cmdDown = place<QPushButton>(this, "cmdDown", QStringLiteral("\u25BC"), 240, 2940, 495, 495);
+    cmdDown->setToolTip(QStringLiteral("Move selected item down one position"));
+
+    cmdRnTblAdd = place<QPushButton>(this, "cmdRnTblAdd", QStringLiteral("&Add Run"), 720, 3870,
+                                     1440, 375);
+    cmdRnTblEdit = place<QPushButton>(this, "cmdRnTblEdit", QStringLiteral("&Edit Run"), 2415,
+                                      3870, 1440, 375);
+    cmdInstructions = place<QPushButton>(this, "cmdInstructions", QStringLiteral("&Instructions"),
+                                         4110, 3870, 1440, 375);
+    cmdRnTblDel = place<QPushButton>(this, "cmdRnTblDel", QStringLiteral("&Delete Run"), 5790,
+                                     3870, 1440, 375);
+    cmdRnTblClear = place<QPushButton>(this, "cmdRnTblClear", QStringLiteral("&Clear All"), 7485,
+                                       3870, 1440, 375);
+    cmdRnTblPrint = place<QPushButton>(this, "cmdRnTblPrint", QStringLiteral("Print Table"), 9180,
+                                       3870, 1440, 375);
+    for (QPushButton* b : {cmdRnTblAdd, cmdRnTblEdit, cmdRnTblDel, cmdRnTblPrint,
+                           cmdStartPauseResume, cmdStop})
+        b->setEnabled(false);
+
+    ddeDummy = place<QLineEdit>(this, "ddeDummy", 0, 4500, 1000, 285);
+    ddeShowORQ = place<QLineEdit>(this, "ddeShowORQ", 1100, 4500, 1000, 285);
+    txtSampleLoc = place<QLineEdit>(this, "txtSampleLoc", 2200, 4500, 1000, 285);
+    for (QLineEdit* hidden : {ddeDummy, ddeShowORQ, txtSampleLoc}) hidden->hide();
+}
+
+void FrmOrq::setTopTwips(float top) {
+    top_ = top;
+    applyPosition();
+}
+
+void FrmOrq::setLeftTwips(float left) {
+    left_ = left;
+    applyPosition();
+}
+
+void FrmOrq::applyPosition() { move(twipsToPixelsX(left_), twipsToPixelsY(top_)); }
+
+void FrmOrq::Form_Load() {
+    handled("Form_Load", [&] {
+        App.GlblFontCharset = CInt(Val(GetResourceString(17320)));
+        App.GlblOperator.clear();
+        App.GlblCurrentRun = 0;
+        App.GlblEditOpen = 0;
+        DoEvents();
+        sleep(0.5f);
+        const std::int16_t operators = CInt(Val(GetPvtProfileStr(
+            QStringLiteral("Operators"), QStringLiteral("NumOperators"), App.GlblIniFile)));
+        DoEvents();
+        for (std::int16_t n = 1; n <= operators; n = add16(n, 1))
+            cboOperator->addItem(GetPvtProfileStr(QStringLiteral("Operators"),
+                                                  QStringLiteral("Operator") + QString::number(n),
+                                                  App.GlblIniFile));
+        cboOperator->setCurrentIndex(-1);
+        lblSubDir->hide();
+        txtSubDir->hide();
+        lblCurrentRun->setText(GetResourceString(17100));
+        lblStatusTime->clear();
+    });
+}
+
+FrmOrq& frmORQ() {
+    if (!instance) {
+        // Kept before Form_Load runs: events served inside it may touch the form.
+        instance = std::make_unique<FrmOrq>();
+        instance->Form_Load();
+    }
+    return *instance;
+}
+
+bool frmORQLoaded() { return instance != nullptr; }
+
+void unloadFrmORQ() { instance.reset(); }
+
+}  // namespace sidekin

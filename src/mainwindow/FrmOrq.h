@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QWidget>
+
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace sidekin {
+
+// The main window. Controls keep their design names; positions are in twips.
+class FrmOrq : public QWidget {
+public:
+    FrmOrq();
+
+    void Form_Load();
+
+    // Position of the window in twips, as the design and Main speak of it.
+    void setTopTwips(float top);
+    void setLeftTwips(float left);
+    float topTwips() const { return top_; }
+    float leftTwips() const { return left_; }
+
+    QGroupBox* fraRunStatus;
+    QGroupBox* fraSystemStatus;
+    QGroupBox* fraRunTableControl;
+    QLabel* lblCurrentRun;
+    QLabel* lblStatusTime;
+    QLabel* lblSysStatusReady;
+    QLabel* lblSysStatusMethod;
+    QPushButton* cmdStartPauseResume;
+    QPushButton* cmdStop;
+    QLabel* lblRunTable;
+    QLabel* lblOperator;
+    QComboBox* cboOperator;
+    QLabel* lblSubDir;
+    QLineEdit* txtSubDir;
+    QLabel* lblAdjRunOrder;
+    QPushButton* cmdUp;
+    QPushButton* cmdDown;
+    QPushButton* cmdRnTblAdd;
+    QPushButton* cmdRnTblEdit;
+    QPushButton* cmdInstructions;
+    QPushButton* cmdRnTblDel;
+    QPushButton* cmdRnTblClear;
+    QPushButton* cmdRnTblPrint;
+    // Hidden boxes: the host link object, the hot link, and a scratch box.
+    QLineEdit* ddeDummy;
+    QLineEdit* ddeShowORQ;
+    QLineEdit* txtSampleLoc;
+
+private:
+    void applyPosition();
+    float top_ = 0;
+    float left_ = 0;
+};
+
+// The one main window, created and loaded (Form_Load) at its first access.
+FrmOrq& frmORQ();
+bool frmORQLoaded();
+// Ends the form's life; tests start each case without one.
+void unloadFrmORQ();
+
+}  // namespace sidekin

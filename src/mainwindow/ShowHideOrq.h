@@ -1,0 +1,9 @@
+#pragma once
+
+namespace sidekin {
+
+// Acts on the host's show/hide/end value held in frmORQ.ddeShowORQ:
+// "11" shows the main window, "01" hides it, "00" ends the program.
+void ShowHideOrq();
+
+}  // namespace sidekin

@@ -1,0 +1,21 @@
+#include "Sleep.h"
+
+#include "platform/Clock.h"
+#include "platform/ErrorHandler.h"
+
+namespace sidekin {
+
+void sleep(float seconds) {
+    handled("sleep", [&] {
+        const float start = Timer();
+        const float target = start + seconds;
+        for (;;) {
+            clock().pause(0.02);  // serves events without spinning
+            float now = Timer();
+            if (now < start) now += 86400.0f;
+            if (now >= target) return;
+        }
+    });
+}
+
+}  // namespace sidekin

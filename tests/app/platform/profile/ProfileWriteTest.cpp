@@ -1,0 +1,135 @@
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "TempFolder.h"
+#include "platform/ProfileFile.h"
+
+using namespace sidekin;
+using sidekin::test::TempFolder;
+
+namespace {
+
+struct Write {
+    const char* name;
+    const char* before;  // nullptr: no file yet
+    const char* section;
+    const char* key;
+    const char* value;
+    const char* after;
+};
+
+class ProfileWrite : public testing::TestWithParam<Write> {};
+
+TEST_P(ProfileWrite, OnlyTheKeyChanges) {
+    const Write& row = GetParam();
+    TempFolder dir;
+    if (row.before) dir.write("ORQ.INI", row.before);
+    ASSERT_EQ(WritePrivateProfileStringA(QString::fromUtf8(row.section),
+                                         QString::fromUtf8(row.key), QString::fromUtf8(row.value),
+                                         dir.file("ORQ.INI")),
+              1);
+    EXPECT_EQ(dir.read("ORQ.INI"), QByteArray(row.after));
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"ORQ.INI"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Bytes, ProfileWrite,
+    testing::Values(
+        Write{"replaceKeepsSpellingAndOtherBytes",
+              "; lab\r\n[Diesel,FAME]\r\n  DataFile = OIL,7 \r\nInfoLine= keep  \r\n",
+              "diesel,fame", "DATAFILE", "OIL,8",
+              "; lab\r\n[Diesel,FAME]\r\nDataFile=OIL,8\r\nInfoLine= keep  \r\n"},
+        Write{"onlyFirstDuplicateChanges", "[S]\nk=1\nK=2\n[s]\nk=3\n", "S", "k", "9",
+              "[S]\nk=9\nK=2\n[s]\nk=3\n"},
+        Write{"newKeyAfterLastNonBlankLine", "[S]\na=1\n; note\n\n\n[T]\n", "S", "b", "2",
+              "[S]\na=1\n; note\nb=2\n\n\n[T]\n"},
+        Write{"newKeyEndsUnterminatedFile", "[S]\r\na=1", " S ", " b ", "2",
+              "[S]\r\na=1\r\nb=2\r\n"},
+        Write{"newKeyUnderEmptyHeader", "[S]\r[T]\rx=1\r", "T", "y", "", "[S]\r[T]\rx=1\ry=\r"},
+        Write{"newSectionTerminatesLastLine", "[S]\r\na=1", "New", "k", "v",
+              "[S]\r\na=1\r\n[New]\r\nk=v\r\n"},
+        Write{"orphanKeyIsNoSection", "k=1\n", "S", "k", "2", "k=1\n[S]\nk=2\n"},
+        Write{"lineBreaksInValueBecomeBlanks", "[S]\nk=1\nz=2\n", "S", "k", "a\r\nb\nc\rd",
+              "[S]\nk=a  b c d\nz=2\n"},
+        Write{"byteOrderMarkKept", "\xEF\xBB\xBF[S]\nk=1\n", "S", "k", "2",
+              "\xEF\xBB\xBF[S]\nk=2\n"},
+        Write{"unreadableBytesElsewhereKept", "[S]\nk=1\n[\xFF\xFE]\nx=\xC3\n", "s", "k", "Ölmann",
+              "[S]\nk=\xC3\x96lmann\n[\xFF\xFE]\nx=\xC3\n"},
+        Write{"missingFileCreated", nullptr, "S", "k", "v", "[S]\nk=v\n"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(ProfileWriteFailure, AnswersZeroAndLeavesFileAlone) {
+    TempFolder dir;
+    const QString readOnly = dir.write("ro.ini", "[S]\nk=1\n");
+    QFile::setPermissions(readOnly, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
+    QDir(dir.path()).mkdir("folder.ini");
+    const struct {
+        const char* name;
+        QString file;
+        QString key;
+    } rows[] = {{"read-only file", readOnly, "k"},
+                {"missing folder", dir.file("missing/x.ini"), "k"},
+                {"folder in the way", dir.file("folder.ini"), "k"},
+                {"no file name", QString(), "k"},
+                {"key that reads back as another", dir.file("new.ini"), "a=b"},
+                {"no key name", dir.file("new.ini"), "  "}};
+    for (const auto& row : rows)
+        EXPECT_EQ(WritePrivateProfileStringA("S", row.key, "2", row.file), 0) << row.name;
+    EXPECT_EQ(dir.read("ro.ini"), "[S]\nk=1\n");
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+              QStringList({"folder.ini", "ro.ini"}));
+}
+
+TEST(ProfileWritePermissions, KeptAcrossRewrite) {
+    TempFolder dir;
+    const QString path = dir.write("a.ini", "[S]\nk=1\n");
+    ASSERT_EQ(chmod(QFile::encodeName(path).constData(), 0640), 0);
+    ASSERT_EQ(WritePrivateProfileStringA("S", "k", "2", path), 1);
+    struct stat status {};
+    ASSERT_EQ(stat(QFile::encodeName(path).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0640u);
+}
+
+TEST(ProfileWriteTemporaries, DeadOnesRemovedLiveOnesKept) {
+    TempFolder dir;
+    const QString path = dir.write("ORQ.INI", "[S]\nk=1\n");
+    dir.write(".ORQ.INI.tmp-0badf00d", "[S]\nk=");
+    dir.write(".OTHER.INI.tmp-0badf00d", "x");
+    // A writer still busy holds a lock on its temporary.
+    QFile live(dir.write(".ORQ.INI.tmp-12345678", "[S]"));
+    ASSERT_TRUE(live.open(QIODevice::ReadOnly));
+    ASSERT_EQ(flock(live.handle(), LOCK_EX), 0);
+    ASSERT_EQ(WritePrivateProfileStringA("S", "k", "2", path), 1);
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden),
+              QStringList({".ORQ.INI.tmp-12345678", ".OTHER.INI.tmp-0badf00d", "ORQ.INI"}));
+}
+
+TEST(ProfileWritePaths, BareNamesAndCaseBlindLookup) {
+    TempFolder dir;
+    ASSERT_FALSE(qEnvironmentVariableIsSet("ZENTROVAR_CONFIG_DIR"));
+    qputenv("ZENTROVAR_CONFIG_DIR", dir.path().toUtf8());
+    EXPECT_EQ(profileFolder(), dir.path());
+    EXPECT_EQ(WritePrivateProfileStringA("PCS,1", "_DDEOnLine", "Host1", "zentrovar.ini"), 1);
+    EXPECT_EQ(dir.read("zentrovar.ini"), "[PCS,1]\n_DDEOnLine=Host1\n");
+
+    // An existing file or folder of another case is used, also through backslashes.
+    QDir(dir.path()).mkdir("fame.m");
+    dir.write("fame.m/injector.mth", "[Injector]\n_MethodInjectors=2\n");
+    const QString windowsStyle = dir.path() + "\\FAME.M\\INJECTOR.MTH";
+    EXPECT_EQ(GetPrivateProfileIntA("injector", "_methodinjectors", 0, windowsStyle), 2u);
+    EXPECT_EQ(WritePrivateProfileStringA("Injector", "_MethodInjectors", "1", windowsStyle), 1);
+    EXPECT_EQ(dir.read("fame.m/injector.mth"), "[Injector]\n_MethodInjectors=1\n");
+    EXPECT_EQ(QDir(dir.path() + "/fame.m").entryList(QDir::Files), QStringList({"injector.mth"}));
+
+    EXPECT_EQ(WritePrivateProfileStringA("S", "k", "v", "ZENTROVAR.INI"), 1);
+    QString value;
+    EXPECT_EQ(GetPrivateProfileStringA("pcs,1", "_DDEONLINE", "", value, 256, "Zentrovar.Ini"), 5);
+    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"zentrovar.ini"}));
+    qunsetenv("ZENTROVAR_CONFIG_DIR");
+}
+
+}  // namespace

@@ -1,0 +1,57 @@
+#include "FrmOrq.h"
+#include "ShowHideOrq.h"
+#include "StartupFixture.h"
+
+#include <QLineEdit>
+
+using namespace sidekin;
+using namespace sidekin::test;
+
+namespace {
+
+class ShowHideOrqTest : public StartupFixture {
+protected:
+    void SetUp() override {
+        StartupFixture::SetUp();
+        unloadFrmORQ();
+    }
+    void TearDown() override {
+        unloadFrmORQ();
+        StartupFixture::TearDown();
+    }
+    void hostSays(const char* value) {
+        frmORQ().ddeShowORQ->setText(QString::fromLatin1(value));
+        ShowHideOrq();
+    }
+};
+
+TEST_F(ShowHideOrqTest, ShowAndHideOnTheHostsWord) {
+    hostSays("11\r\n");
+    EXPECT_TRUE(frmORQ().isVisible());
+    hostSays("11\r\n");
+    EXPECT_TRUE(frmORQ().isVisible());
+    hostSays("10\r\n");
+    EXPECT_TRUE(frmORQ().isVisible());
+    hostSays("01\r\n");
+    EXPECT_FALSE(frmORQ().isVisible());
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(ShowHideOrqTest, ValueWithoutLineEndIsCutToNothing) {
+    hostSays("11");
+    EXPECT_FALSE(frmORQ().isVisible());
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(ShowHideOrqTest, TooShortForTheLineEndIsErrorFive) {
+    hostSays("");
+    EXPECT_EQ(dialogs.boxTitles(), QStringList{"ShowHideOrq"});
+    EXPECT_EQ(dialogs.shown[0].text, "Invalid procedure call or argument");
+}
+
+TEST_F(ShowHideOrqTest, ZeroZeroEndsTheProgram) {
+    frmORQ().ddeShowORQ->setText("00\r\n");
+    EXPECT_THROW(ShowHideOrq(), ProgramEnded);
+}
+
+}  // namespace

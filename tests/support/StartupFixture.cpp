@@ -1,0 +1,28 @@
+#include "StartupFixture.h"
+
+#include "AppState.h"
+#include "Nls.h"
+#include "platform/Events.h"
+
+namespace sidekin::test {
+
+void StartupFixture::SetUp() {
+    resetAppState();
+    resetNls();
+    setNlsLanguage(QStringLiteral("en"));
+    NLSTaskInit();
+    NLSInit(0);
+    qputenv("ZENTROVAR_CONFIG_DIR", config.path().toUtf8());
+    setEndProgramHook([] { throw ProgramEnded{}; });
+    clock.setTime(12 * 3600);
+}
+
+void StartupFixture::TearDown() {
+    setEndProgramHook({});
+    qunsetenv("ZENTROVAR_CONFIG_DIR");
+    setNlsLanguage(QString());
+}
+
+void StartupFixture::writeHostIni(const QByteArray& text) { config.write("zentrovar.ini", text); }
+
+}  // namespace sidekin::test

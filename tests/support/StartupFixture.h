@@ -1,0 +1,31 @@
+#pragma once
+
+#include "FakeClock.h"
+#include "FakeWindowSystem.h"
+#include "ScriptedDialogs.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace sidekin::test {
+
+// Thrown by the test's stand-in for the end of the process.
+struct ProgramEnded {};
+
+// A fresh process for each case: shared state reset, English texts, a settable
+// clock, a fake window tree, scripted dialogs and a private profile folder.
+class StartupFixture : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Writes "zentrovar.ini" into the profile folder.
+    void writeHostIni(const QByteArray& text);
+
+    ScriptedDialogs dialogs;
+    FakeClock clock;
+    FakeWindowSystem windows;
+    TempFolder config;
+};
+
+}  // namespace sidekin::test
