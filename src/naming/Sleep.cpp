@@ -10,10 +10,10 @@ void sleep(float seconds) {
         const float start = Timer();
         const float target = start + seconds;
         for (;;) {
-            clock().pause(0.02);  // serves events without spinning
             float now = Timer();
             if (now < start) now += 86400.0f;
             if (now >= target) return;
+            clock().waitForEvents(target - now);
         }
     });
 }

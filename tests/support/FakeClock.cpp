@@ -1,5 +1,8 @@
 #include "FakeClock.h"
 
+#include <QCoreApplication>
+#include <algorithm>
+
 namespace sidekin::test {
 
 FakeClock::FakeClock() { setClock(this); }
@@ -13,6 +16,11 @@ float FakeClock::secondsSinceMidnight() {
 }
 
 void FakeClock::pause(double seconds) { advance(seconds); }
+
+void FakeClock::waitForEvents(double maxSeconds) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+    advance(std::min(maxSeconds, stepPerWait));
+}
 
 void FakeClock::setTime(double secondsSinceMidnight) {
     moment.setTime(QTime::fromMSecsSinceStartOfDay(static_cast<int>(secondsSinceMidnight * 1000)));

@@ -14,12 +14,15 @@ public:
     float secondsSinceMidnight() override;
     QDateTime now() override { return moment; }
     void pause(double seconds) override;
+    // Serves what is pending and lets a step of time pass (at most maxSeconds).
+    void waitForEvents(double maxSeconds) override;
 
     void setTime(double secondsSinceMidnight);
     void advance(double seconds);
 
     QDateTime moment{QDate(2026, 11, 22), QTime(12, 0)};
     double stepPerRead = 0.0;
+    double stepPerWait = 0.1;
     int reads = 0;
 };
 

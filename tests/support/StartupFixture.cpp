@@ -13,6 +13,7 @@ void StartupFixture::SetUp() {
     NLSTaskInit();
     NLSInit(0);
     qputenv("ZENTROVAR_CONFIG_DIR", config.path().toUtf8());
+    qunsetenv("SIDEKIN_TEXTS_DIR");
     setEndProgramHook([] { throw ProgramEnded{}; });
     clock.setTime(12 * 3600);
 }

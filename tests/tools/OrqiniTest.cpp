@@ -21,7 +21,8 @@ ToolRun orqini(const QString& folder, const QStringList& args) {
     env.insert("ZENTROVAR_CONFIG_DIR", folder);
     tool.setProcessEnvironment(env);
     tool.start(ORQINI, args);
-    if (!tool.waitForFinished(10000) || tool.exitStatus() != QProcess::NormalExit) return {-1, {}, {}};
+    if (!tool.waitForFinished(10000) || tool.exitStatus() != QProcess::NormalExit)
+        return {-1, {}, {}};
     return {tool.exitCode(), tool.readAllStandardOutput(), tool.readAllStandardError()};
 }
 
@@ -51,8 +52,10 @@ TEST(Orqini, GetAnswersLikeTheReader) {
 TEST(Orqini, SetThenGet) {
     TempFolder dir;
     dir.write("ORQ.INI", kLab);
-    EXPECT_EQ(orqini(dir.path(), {"set", "ORQ.INI", "diesel,fame_fast", "datafile", "OIL,12"}).status, 0);
-    EXPECT_EQ(orqini(dir.path(), {"get", "ORQ.INI", "Diesel,FAME_FAST", "DataFile"}).out, "OIL,12\n");
+    EXPECT_EQ(
+        orqini(dir.path(), {"set", "ORQ.INI", "diesel,fame_fast", "datafile", "OIL,12"}).status, 0);
+    EXPECT_EQ(orqini(dir.path(), {"get", "ORQ.INI", "Diesel,FAME_FAST", "DataFile"}).out,
+              "OIL,12\n");
     QByteArray expected = kLab;
     EXPECT_EQ(dir.read("ORQ.INI"), expected.replace("DataFile=\n", "DataFile=OIL,12\n"));
     const QString path = dir.file("sub/ORQ.INI");
@@ -74,12 +77,9 @@ TEST(Orqini, ListSectionsOrKeys) {
 
 TEST(Orqini, UsageErrorsExitTwo) {
     TempFolder dir;
-    const QStringList rows[] = {{},
-                                {"get", "ORQ.INI", "S"},
-                                {"set", "ORQ.INI", "S", "k"},
-                                {"list"},
-                                {"list", "ORQ.INI", "S", "extra"},
-                                {"remove", "ORQ.INI", "S", "k"}};
+    const QStringList rows[] = {
+        {},       {"get", "ORQ.INI", "S"},           {"set", "ORQ.INI", "S", "k"},
+        {"list"}, {"list", "ORQ.INI", "S", "extra"}, {"remove", "ORQ.INI", "S", "k"}};
     for (const QStringList& args : rows) {
         const ToolRun run = orqini(dir.path(), args);
         EXPECT_EQ(run.status, 2) << args.join(' ').toStdString();

@@ -12,9 +12,7 @@ const char kUsage[] =
     "       orqini list FILE [SECTION]\n"
     "A FILE without a folder lives in the profile folder.\n";
 
-void printLine(const QString& text) {
-    std::fputs(text.toUtf8().append('\n').constData(), stdout);
-}
+void printLine(const QString& text) { std::fputs(text.toUtf8().append('\n').constData(), stdout); }
 
 }  // namespace
 
@@ -27,8 +25,8 @@ int main(int argc, char** argv) {
     if (verb == QLatin1String("get") && count == 4) {
         // Answers as the application's own reader does: a missing or empty value is -1.
         QString buffer;
-        const int n = sidekin::GetPrivateProfileStringA(args[2], args[3], QString(), buffer, 256,
-                                                        args[1]);
+        const int n =
+            sidekin::GetPrivateProfileStringA(args[2], args[3], QString(), buffer, 256, args[1]);
         printLine(n > 0 ? buffer.left(n) : QStringLiteral("-1"));
         return 0;
     }
@@ -39,8 +37,8 @@ int main(int argc, char** argv) {
         return 1;
     }
     if (verb == QLatin1String("list") && (count == 2 || count == 3)) {
-        const QStringList names = count == 2 ? sidekin::profileSections(args[1])
-                                             : sidekin::profileKeys(args[2], args[1]);
+        const QStringList names =
+            count == 2 ? sidekin::profileSections(args[1]) : sidekin::profileKeys(args[2], args[1]);
         for (const QString& name : names) printLine(name);
         return 0;
     }

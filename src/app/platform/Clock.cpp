@@ -1,5 +1,8 @@
 #include "Clock.h"
 
+#include <algorithm>
+
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
 
@@ -18,6 +21,14 @@ public:
         QEventLoop loop;
         QTimer::singleShot(static_cast<int>(seconds * 1000.0), &loop, &QEventLoop::quit);
         loop.exec();
+    }
+    void waitForEvents(double maxSeconds) override {
+        if (!QCoreApplication::instance()) return;
+        // The timer only wakes the loop; what woke it does not matter.
+        QTimer wake;
+        wake.setSingleShot(true);
+        wake.start(static_cast<int>(std::clamp(maxSeconds, 0.0, 86400.0) * 1000.0));
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 };
 

@@ -14,6 +14,9 @@ public:
     virtual QDateTime now() = 0;
     // Lets time pass while pending events are served.
     virtual void pause(double seconds) = 0;
+    // Serves pending events, waiting up to the given seconds for one to come;
+    // uses no processor time while it waits.
+    virtual void waitForEvents(double maxSeconds) = 0;
 };
 
 Clock& clock();

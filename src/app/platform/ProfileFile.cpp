@@ -89,7 +89,8 @@ public:
             qsizetype end = pos;
             while (end < size && b[end] != '\n' && b[end] != '\r') ++end;
             qsizetype next = end;
-            if (next < size) next += (b[next] == '\r' && next + 1 < size && b[next + 1] == '\n') ? 2 : 1;
+            if (next < size)
+                next += (b[next] == '\r' && next + 1 < size && b[next + 1] == '\n') ? 2 : 1;
             if (next > end && lineEnd.isEmpty()) lineEnd = b.sliced(end, next - end).toByteArray();
             lines.push_back(classify(b, pos, end, next));
             pos = next;
@@ -100,7 +101,7 @@ public:
     static ProfileText load(const QString& path) {
         QFile file(path);
         return ProfileText(!path.isEmpty() && file.open(QIODevice::ReadOnly) ? file.readAll()
-                                                                               : QByteArray());
+                                                                             : QByteArray());
     }
 
     // The first section of this name; a later header of the same name starts a section of its own.
@@ -197,7 +198,8 @@ void removeStrayTemporaries(const QString& folder, const QString& prefix) {
 }
 
 bool syncFolder(const QString& folder) {
-    const int fd = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int fd =
+        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0) return false;
     const bool synced = ::fsync(fd) == 0;
     return ::close(fd) == 0 && synced;
@@ -272,8 +274,8 @@ QString resolveProfilePath(const QString& file) {
 int GetPrivateProfileStringA(const QString& section, const QString& key,
                              const QString& defaultValue, QString& buffer, int size,
                              const QString& file) {
-    const auto value = ProfileText::load(resolveProfilePath(file))
-                           .value(trimBlanks(section), trimBlanks(key));
+    const auto value =
+        ProfileText::load(resolveProfilePath(file)).value(trimBlanks(section), trimBlanks(key));
     QString result = value ? *value : defaultValue;
     if (!value) {
         while (result.endsWith(u' ') || result.endsWith(u'\t')) result.chop(1);
@@ -286,8 +288,8 @@ int GetPrivateProfileStringA(const QString& section, const QString& key,
 
 unsigned int GetPrivateProfileIntA(const QString& section, const QString& key, int defaultValue,
                                    const QString& file) {
-    const auto value = ProfileText::load(resolveProfilePath(file))
-                           .value(trimBlanks(section), trimBlanks(key));
+    const auto value =
+        ProfileText::load(resolveProfilePath(file)).value(trimBlanks(section), trimBlanks(key));
     if (!value || value->isEmpty()) return static_cast<unsigned int>(defaultValue);
     qsizetype i = 0;
     while (i < value->size() && (value->at(i) == u' ' || value->at(i) == u'\t')) ++i;

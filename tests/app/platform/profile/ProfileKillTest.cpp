@@ -52,9 +52,9 @@ TEST(ProfileKill, CounterSurvivesKillsAtRandomMoments) {
         ASSERT_GE(now, counter) << "round " << round << ": torn or older file";
         ASSERT_GE(now, reported) << "round " << round << ": a finished write got lost";
         QString value;
-        ASSERT_EQ(sidekin::GetPrivateProfileStringA("DIESEL,FAME_FAST", "datafile", "", value,
-                                                    256, path),
-                  QString("OIL,%1").arg(now).size());
+        ASSERT_EQ(
+            sidekin::GetPrivateProfileStringA("DIESEL,FAME_FAST", "datafile", "", value, 256, path),
+            QString("OIL,%1").arg(now).size());
         counter = now;
     }
     EXPECT_GT(counter, 100);

@@ -20,9 +20,9 @@ class ProfileRead : public testing::TestWithParam<Read> {};
 TEST_P(ProfileRead, Layout) {
     const Read& row = GetParam();
     QString buffer = QStringLiteral("garbage");
-    const int count = GetPrivateProfileStringA(QString::fromUtf8(row.section),
-                                               QString::fromUtf8(row.key), "DEFAULT", buffer,
-                                               256, kFixtures + "layout.ini");
+    const int count =
+        GetPrivateProfileStringA(QString::fromUtf8(row.section), QString::fromUtf8(row.key),
+                                 "DEFAULT", buffer, 256, kFixtures + "layout.ini");
     EXPECT_EQ(buffer, QString::fromUtf8(row.expected));
     EXPECT_EQ(count, buffer.size());
 }
@@ -60,7 +60,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ProfileReadDefaults, TrailingBlanksGoLeadingStay) {
     QString buffer;
-    EXPECT_EQ(GetPrivateProfileStringA("S", "k", "  abc   ", buffer, 256, kFixtures + "none.ini"), 5);
+    EXPECT_EQ(GetPrivateProfileStringA("S", "k", "  abc   ", buffer, 256, kFixtures + "none.ini"),
+              5);
     EXPECT_EQ(buffer, "  abc");
     EXPECT_EQ(GetPrivateProfileStringA("S", "k", "", buffer, 256, QString()), 0);
     EXPECT_EQ(buffer, "");
@@ -74,16 +75,16 @@ TEST(ProfileReadLength, BufferHoldsSizeMinusOne) {
     } rows[] = {{256, 255}, {10, 9}, {1, 0}, {0, 0}, {400, 300}};
     for (const auto& row : rows) {
         QString buffer;
-        EXPECT_EQ(GetPrivateProfileStringA("long", "value", "", buffer, row.size,
-                                           kFixtures + "long.ini"),
-                  row.expected)
+        EXPECT_EQ(
+            GetPrivateProfileStringA("long", "value", "", buffer, row.size, kFixtures + "long.ini"),
+            row.expected)
             << "size " << row.size;
         EXPECT_EQ(buffer, digits.left(row.expected)) << "size " << row.size;
     }
     QString buffer;
-    EXPECT_EQ(GetPrivateProfileStringA("Long", "missing", digits, buffer, 256,
-                                       kFixtures + "long.ini"),
-              255);
+    EXPECT_EQ(
+        GetPrivateProfileStringA("Long", "missing", digits, buffer, 256, kFixtures + "long.ini"),
+        255);
 }
 
 TEST(ProfileReadLineEnds, EveryStyleReads) {
@@ -108,7 +109,7 @@ TEST(ProfileReadInt, LeadingNumber) {
     const struct {
         const char* key;
         int expected;
-    } rows[] = {{"plain", 42}, {"suffix", 12}, {"neg", -15}, {"plus", 8},
+    } rows[] = {{"plain", 42}, {"suffix", 12}, {"neg", -15},  {"plus", 8},
                 {"text", 0},   {"quoted", 7},  {"blank", 99}, {"missing", 99}};
     for (const auto& row : rows)
         EXPECT_EQ(int(GetPrivateProfileIntA("Numbers", row.key, 99, path)), row.expected)

@@ -28,9 +28,8 @@ TEST_P(ProfileWrite, OnlyTheKeyChanges) {
     const Write& row = GetParam();
     TempFolder dir;
     if (row.before) dir.write("ORQ.INI", row.before);
-    ASSERT_EQ(WritePrivateProfileStringA(QString::fromUtf8(row.section),
-                                         QString::fromUtf8(row.key), QString::fromUtf8(row.value),
-                                         dir.file("ORQ.INI")),
+    ASSERT_EQ(WritePrivateProfileStringA(QString::fromUtf8(row.section), QString::fromUtf8(row.key),
+                                         QString::fromUtf8(row.value), dir.file("ORQ.INI")),
               1);
     EXPECT_EQ(dir.read("ORQ.INI"), QByteArray(row.after));
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"ORQ.INI"}));
@@ -38,28 +37,28 @@ TEST_P(ProfileWrite, OnlyTheKeyChanges) {
 
 INSTANTIATE_TEST_SUITE_P(
     Bytes, ProfileWrite,
-    testing::Values(
-        Write{"replaceKeepsSpellingAndOtherBytes",
-              "; lab\r\n[Diesel,FAME]\r\n  DataFile = OIL,7 \r\nInfoLine= keep  \r\n",
-              "diesel,fame", "DATAFILE", "OIL,8",
-              "; lab\r\n[Diesel,FAME]\r\nDataFile=OIL,8\r\nInfoLine= keep  \r\n"},
-        Write{"onlyFirstDuplicateChanges", "[S]\nk=1\nK=2\n[s]\nk=3\n", "S", "k", "9",
-              "[S]\nk=9\nK=2\n[s]\nk=3\n"},
-        Write{"newKeyAfterLastNonBlankLine", "[S]\na=1\n; note\n\n\n[T]\n", "S", "b", "2",
-              "[S]\na=1\n; note\nb=2\n\n\n[T]\n"},
-        Write{"newKeyEndsUnterminatedFile", "[S]\r\na=1", " S ", " b ", "2",
-              "[S]\r\na=1\r\nb=2\r\n"},
-        Write{"newKeyUnderEmptyHeader", "[S]\r[T]\rx=1\r", "T", "y", "", "[S]\r[T]\rx=1\ry=\r"},
-        Write{"newSectionTerminatesLastLine", "[S]\r\na=1", "New", "k", "v",
-              "[S]\r\na=1\r\n[New]\r\nk=v\r\n"},
-        Write{"orphanKeyIsNoSection", "k=1\n", "S", "k", "2", "k=1\n[S]\nk=2\n"},
-        Write{"lineBreaksInValueBecomeBlanks", "[S]\nk=1\nz=2\n", "S", "k", "a\r\nb\nc\rd",
-              "[S]\nk=a  b c d\nz=2\n"},
-        Write{"byteOrderMarkKept", "\xEF\xBB\xBF[S]\nk=1\n", "S", "k", "2",
-              "\xEF\xBB\xBF[S]\nk=2\n"},
-        Write{"unreadableBytesElsewhereKept", "[S]\nk=1\n[\xFF\xFE]\nx=\xC3\n", "s", "k", "Ölmann",
-              "[S]\nk=\xC3\x96lmann\n[\xFF\xFE]\nx=\xC3\n"},
-        Write{"missingFileCreated", nullptr, "S", "k", "v", "[S]\nk=v\n"}),
+    testing::Values(Write{"replaceKeepsSpellingAndOtherBytes",
+                          "; lab\r\n[Diesel,FAME]\r\n  DataFile = OIL,7 \r\nInfoLine= keep  \r\n",
+                          "diesel,fame", "DATAFILE", "OIL,8",
+                          "; lab\r\n[Diesel,FAME]\r\nDataFile=OIL,8\r\nInfoLine= keep  \r\n"},
+                    Write{"onlyFirstDuplicateChanges", "[S]\nk=1\nK=2\n[s]\nk=3\n", "S", "k", "9",
+                          "[S]\nk=9\nK=2\n[s]\nk=3\n"},
+                    Write{"newKeyAfterLastNonBlankLine", "[S]\na=1\n; note\n\n\n[T]\n", "S", "b",
+                          "2", "[S]\na=1\n; note\nb=2\n\n\n[T]\n"},
+                    Write{"newKeyEndsUnterminatedFile", "[S]\r\na=1", " S ", " b ", "2",
+                          "[S]\r\na=1\r\nb=2\r\n"},
+                    Write{"newKeyUnderEmptyHeader", "[S]\r[T]\rx=1\r", "T", "y", "",
+                          "[S]\r[T]\rx=1\ry=\r"},
+                    Write{"newSectionTerminatesLastLine", "[S]\r\na=1", "New", "k", "v",
+                          "[S]\r\na=1\r\n[New]\r\nk=v\r\n"},
+                    Write{"orphanKeyIsNoSection", "k=1\n", "S", "k", "2", "k=1\n[S]\nk=2\n"},
+                    Write{"lineBreaksInValueBecomeBlanks", "[S]\nk=1\nz=2\n", "S", "k",
+                          "a\r\nb\nc\rd", "[S]\nk=a  b c d\nz=2\n"},
+                    Write{"byteOrderMarkKept", "\xEF\xBB\xBF[S]\nk=1\n", "S", "k", "2",
+                          "\xEF\xBB\xBF[S]\nk=2\n"},
+                    Write{"unreadableBytesElsewhereKept", "[S]\nk=1\n[\xFF\xFE]\nx=\xC3\n", "s",
+                          "k", "Ölmann", "[S]\nk=\xC3\x96lmann\n[\xFF\xFE]\nx=\xC3\n"},
+                    Write{"missingFileCreated", nullptr, "S", "k", "v", "[S]\nk=v\n"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(ProfileWriteFailure, AnswersZeroAndLeavesFileAlone) {
