@@ -2,6 +2,8 @@
 
 #include "AppState.h"
 #include "G11n.h"
+#include "LinkTextBox.h"
+#include "ShowHideOrq.h"
 #include "Profile.h"
 #include "Sleep.h"
 #include "platform/Conversions.h"
@@ -99,10 +101,17 @@ FrmOrq::FrmOrq() {
                            cmdStartPauseResume, cmdStop})
         b->setEnabled(false);
 
-    ddeDummy = place<QLineEdit>(this, "ddeDummy", 0, 4500, 1000, 285);
-    ddeShowORQ = place<QLineEdit>(this, "ddeShowORQ", 1100, 4500, 1000, 285);
+    ddeDummy = place<LinkTextBox>(this, "ddeDummy", 0, 4500, 1000, 285);
+    ddeShowORQ = place<LinkTextBox>(this, "ddeShowORQ", 1100, 4500, 1000, 285);
     txtSampleLoc = place<QLineEdit>(this, "txtSampleLoc", 2200, 4500, 1000, 285);
-    for (QLineEdit* hidden : {ddeDummy, ddeShowORQ, txtSampleLoc}) hidden->hide();
+    for (QLineEdit* hidden : {static_cast<QLineEdit*>(ddeDummy), static_cast<QLineEdit*>(ddeShowORQ),
+                              txtSampleLoc})
+        hidden->hide();
+    connect(ddeShowORQ, &QLineEdit::textChanged, this, &FrmOrq::ddeShowORQ_Change);
+}
+
+void FrmOrq::ddeShowORQ_Change() {
+    handled("ddeShowORQ_Change", [] { ShowHideOrq(); });
 }
 
 void FrmOrq::setTopTwips(float top) {

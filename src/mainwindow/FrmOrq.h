@@ -10,12 +10,15 @@ class QPushButton;
 
 namespace sidekin {
 
+class LinkTextBox;
+
 // The main window. Controls keep their design names; positions are in twips.
 class FrmOrq : public QWidget {
 public:
     FrmOrq();
 
     void Form_Load();
+    void ddeShowORQ_Change();
 
     // Position of the window in twips, as the design and Main speak of it.
     void setTopTwips(float top);
@@ -47,8 +50,8 @@ public:
     QPushButton* cmdRnTblClear;
     QPushButton* cmdRnTblPrint;
     // Hidden boxes: the host link object, the hot link, and a scratch box.
-    QLineEdit* ddeDummy;
-    QLineEdit* ddeShowORQ;
+    LinkTextBox* ddeDummy;
+    LinkTextBox* ddeShowORQ;
     QLineEdit* txtSampleLoc;
 
 private:

@@ -1,6 +1,10 @@
 #include "ShowHideOrq.h"
 
+#include "AppState.h"
 #include "FrmOrq.h"
+#include "HostCommands.h"
+#include "LinkProtocol.h"
+#include "LinkTextBox.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Events.h"
 #include "platform/LegacyText.h"
@@ -20,6 +24,22 @@ void ShowHideOrq() {
         } else if (value == QLatin1String("00")) {
             endProgram();
         }
+    });
+}
+
+}  // namespace sidekin
+
+namespace sidekin {
+
+void iNITddesHOWorq() {
+    handled("iNITddesHOWorq", [] {
+        LinkTextBox& box = *frmORQ().ddeShowORQ;
+        box.setLinkMode(LinkTextBox::None);
+        box.LinkTopic = App.GlblDDEApp + QLatin1Char('|') + link::TopicNoWait;
+        box.LinkItem = commands::ItemShowOrq;
+        box.setLinkMode(LinkTextBox::Manual);
+        box.LinkRequest();
+        box.setLinkMode(LinkTextBox::Automatic);
     });
 }
 

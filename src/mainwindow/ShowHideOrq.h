@@ -6,4 +6,7 @@ namespace sidekin {
 // "11" shows the main window, "01" hides it, "00" ends the program.
 void ShowHideOrq();
 
+// Opens the hot link on the host's "ShowORQ$" in frmORQ.ddeShowORQ.
+void iNITddesHOWorq();
+
 }  // namespace sidekin

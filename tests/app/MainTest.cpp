@@ -1,5 +1,6 @@
 #include "AppState.h"
 #include "FrmOrq.h"
+#include "LinkTextBox.h"
 #include "G11n.h"
 #include "Main.h"
 #include "StartupFixture.h"
@@ -57,7 +58,8 @@ TEST_F(MainTest, NoHandleNoParenting) {
 TEST_F(MainTest, WithoutAHostTheWindowStaysLoadedAndHidden) {
     Main("");
     // The rest of start-up goes on after each handler's box.
-    EXPECT_EQ(dialogs.boxTitles(), (QStringList{"ParseCommandLine", "ShowHideOrq"}));
+    EXPECT_EQ(dialogs.boxTitles(), (QStringList{"ParseCommandLine", "VB DDE Error",
+                                                 "iNITddesHOWorq", "ShowHideOrq"}));
     EXPECT_TRUE(frmORQLoaded());
     EXPECT_FALSE(frmORQ().isVisible());
 }
@@ -75,14 +77,6 @@ TEST_F(MainTest, FormLoadFillsTheOperatorsAndTheRunLabel) {
     EXPECT_EQ(frmORQ().lblCurrentRun->text(), GetResourceString(17100));
     EXPECT_FALSE(frmORQ().lblCurrentRun->text().isEmpty());
     EXPECT_TRUE(frmORQ().txtSubDir->isHidden());
-}
-
-TEST_F(MainTest, HostValueElevenShowsTheWindow) {
-    // The hot link is not open yet at start-up; a value already there is acted on.
-    frmORQ().ddeShowORQ->setText("11\r\n");
-    Main("|ZenSvc");
-    EXPECT_TRUE(frmORQ().isVisible());
-    EXPECT_TRUE(dialogs.shown.empty());
 }
 
 }  // namespace

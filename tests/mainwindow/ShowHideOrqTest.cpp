@@ -1,4 +1,5 @@
 #include "FrmOrq.h"
+#include "LinkTextBox.h"
 #include "ShowHideOrq.h"
 #include "StartupFixture.h"
 
@@ -19,10 +20,8 @@ protected:
         unloadFrmORQ();
         StartupFixture::TearDown();
     }
-    void hostSays(const char* value) {
-        frmORQ().ddeShowORQ->setText(QString::fromLatin1(value));
-        ShowHideOrq();
-    }
+    // The link box's change event acts on each new value.
+    void hostSays(const char* value) { frmORQ().ddeShowORQ->setText(QString::fromLatin1(value)); }
 };
 
 TEST_F(ShowHideOrqTest, ShowAndHideOnTheHostsWord) {
@@ -44,14 +43,13 @@ TEST_F(ShowHideOrqTest, ValueWithoutLineEndIsCutToNothing) {
 }
 
 TEST_F(ShowHideOrqTest, TooShortForTheLineEndIsErrorFive) {
-    hostSays("");
+    ShowHideOrq();
     EXPECT_EQ(dialogs.boxTitles(), QStringList{"ShowHideOrq"});
     EXPECT_EQ(dialogs.shown[0].text, "Invalid procedure call or argument");
 }
 
 TEST_F(ShowHideOrqTest, ZeroZeroEndsTheProgram) {
-    frmORQ().ddeShowORQ->setText("00\r\n");
-    EXPECT_THROW(ShowHideOrq(), ProgramEnded);
+    EXPECT_THROW(hostSays("00\r\n"), ProgramEnded);
 }
 
 }  // namespace

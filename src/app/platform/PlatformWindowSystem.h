@@ -1,8 +1,8 @@
 #pragma once
 
-#include "WindowSystem.h"
-
 #include <memory>
+
+#include "WindowSystem.h"
 
 namespace sidekin {
 

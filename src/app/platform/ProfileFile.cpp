@@ -166,6 +166,11 @@ public:
     QByteArray lineEnd;  // the file's first line end, LF when it has none
 };
 
+std::optional<QString> storedValue(const QString& section, const QString& key,
+                                   const QString& file) {
+    return ProfileText::load(resolveProfilePath(file)).value(trimBlanks(section), trimBlanks(key));
+}
+
 // Names that would read back as something else are refused.
 bool writableName(const QString& name, bool isKey) {
     if (name.isEmpty() || name.contains(u'\r') || name.contains(u'\n')) return false;
@@ -186,9 +191,8 @@ bool writeAll(int fd, const QByteArray& bytes) {
 // A writer holds a lock on its temporary until the rename, so an unlocked
 // temporary was left by a writer that died.
 void removeStrayTemporaries(const QString& folder, const QString& prefix) {
-    const QStringList strays =
-        QDir(folder).entryList({prefix + '*'}, QDir::Files | QDir::Hidden | QDir::System);
-    for (const QString& name : strays) {
+    for (const QString& name : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        if (!name.startsWith(prefix)) continue;
         const QByteArray path = QFile::encodeName(folder + '/' + name);
         const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
         if (fd < 0) continue;
@@ -274,12 +278,9 @@ QString resolveProfilePath(const QString& file) {
 int GetPrivateProfileStringA(const QString& section, const QString& key,
                              const QString& defaultValue, QString& buffer, int size,
                              const QString& file) {
-    const auto value =
-        ProfileText::load(resolveProfilePath(file)).value(trimBlanks(section), trimBlanks(key));
-    QString result = value ? *value : defaultValue;
-    if (!value) {
-        while (result.endsWith(u' ') || result.endsWith(u'\t')) result.chop(1);
-    }
+    const auto value = storedValue(section, key, file);
+    QString result = value.value_or(defaultValue);
+    while (!value && (result.endsWith(u' ') || result.endsWith(u'\t'))) result.chop(1);
     result.truncate(qMax(size - 1, 0));
     if (!result.isEmpty() && result.back().isHighSurrogate()) result.chop(1);
     buffer = result;
@@ -288,8 +289,7 @@ int GetPrivateProfileStringA(const QString& section, const QString& key,
 
 unsigned int GetPrivateProfileIntA(const QString& section, const QString& key, int defaultValue,
                                    const QString& file) {
-    const auto value =
-        ProfileText::load(resolveProfilePath(file)).value(trimBlanks(section), trimBlanks(key));
+    const auto value = storedValue(section, key, file);
     if (!value || value->isEmpty()) return static_cast<unsigned int>(defaultValue);
     qsizetype i = 0;
     while (i < value->size() && (value->at(i) == u' ' || value->at(i) == u'\t')) ++i;

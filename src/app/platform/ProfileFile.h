@@ -20,7 +20,8 @@ unsigned int GetPrivateProfileIntA(const QString& section, const QString& key, i
                                    const QString& file);
 
 // Changes only this key's line, or adds it; the file is replaced atomically.
-// Answers 1 on success, 0 on failure.
+// Answers 1 on success, 0 on failure. A writer killed midway may leave a
+// temporary ".NAME.tmp-XXXXXXXX" beside the file; the next write removes it.
 int WritePrivateProfileStringA(const QString& section, const QString& key, const QString& value,
                                const QString& file);
 

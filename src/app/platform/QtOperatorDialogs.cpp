@@ -40,8 +40,7 @@ private:
 QtOperatorDialogs::QtOperatorDialogs() = default;
 QtOperatorDialogs::~QtOperatorDialogs() = default;
 
-BoxAnswer QtOperatorDialogs::messageBox(BoxStyle style, const QString& text,
-                                        const QString& title) {
+BoxAnswer QtOperatorDialogs::messageBox(BoxStyle style, const QString& text, const QString& title) {
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons = QMessageBox::Ok;
     switch (style) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "OperatorDialogs.h"
-
 #include <memory>
+
+#include "OperatorDialogs.h"
 
 namespace sidekin {
 

@@ -31,16 +31,10 @@ float TwipsPerPixelY() {
     return screen ? twipsPerPixel(screen->logicalDotsPerInchY()) : kFallbackTwipsPerPixel;
 }
 
-int twipsToPixelsX(double twips) {
-    return static_cast<int>(std::lround(twips / TwipsPerPixelX()));
-}
+int twipsToPixelsX(double twips) { return static_cast<int>(std::lround(twips / TwipsPerPixelX())); }
 
-int twipsToPixelsY(double twips) {
-    return static_cast<int>(std::lround(twips / TwipsPerPixelY()));
-}
+int twipsToPixelsY(double twips) { return static_cast<int>(std::lround(twips / TwipsPerPixelY())); }
 
-WindowHandle windowHandleOf(QWidget& widget) {
-    return static_cast<WindowHandle>(widget.winId());
-}
+WindowHandle windowHandleOf(QWidget& widget) { return static_cast<WindowHandle>(widget.winId()); }
 
 }  // namespace sidekin

@@ -1,10 +1,11 @@
 #include "X11WindowSystem.h"
 
+#include <xcb/xcb.h>
+
 #include <QGuiApplication>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <xcb/xcb.h>
 
 namespace sidekin {
 
@@ -125,8 +126,8 @@ QString X11WindowSystem::title(WindowHandle window, int maxChars) {
     if (utf8String_ != 0 && name.type == utf8String_ && name.bytesAfter > 0)
         name = readProperty(toX(window), XCB_ATOM_WM_NAME, units);
     if (name.format != 8) return {};
-    const QString text = name.type == utf8String_ ? QString::fromUtf8(name.bytes)
-                                                   : QString::fromLatin1(name.bytes);
+    const QString text =
+        name.type == utf8String_ ? QString::fromUtf8(name.bytes) : QString::fromLatin1(name.bytes);
     return text.left(maxChars);
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "WindowSystem.h"
-
 #include <QPointer>
 #include <QWindow>
 #include <cstdint>
 #include <vector>
+
+#include "WindowSystem.h"
 
 struct xcb_connection_t;
 

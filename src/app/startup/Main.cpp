@@ -5,6 +5,7 @@
 #include "FrmOrq.h"
 #include "G11n.h"
 #include "ShowHideOrq.h"
+#include "StartupFetch.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Screen.h"
 #include "platform/WindowSystem.h"
@@ -17,6 +18,7 @@ void Main(const QString& commandLine) {
     handled("Main", [&] {
         NLSInitialization();
         ParseCommandLine(commandLine);
+        OpenDDELinks();
 
         // Inside the host's "ViewMGR" child the window sits at the top; in the
         // host's top window it leaves room for the host's own bars.
@@ -33,6 +35,7 @@ void Main(const QString& commandLine) {
                 windowSystem().setParent(windowHandleOf(frmORQ()), App.GlblViewMgrWnd);
         }
 
+        iNITddesHOWorq();
         ShowHideOrq();
     });
 }

@@ -92,15 +92,11 @@ TEST(ProfileReadLineEnds, EveryStyleReads) {
         const QString path = kFixtures + file;
         EXPECT_EQ(profileSections(path), QStringList({"S", "T"})) << file;
         EXPECT_EQ(profileKeys("s", path), QStringList({"a", "b"})) << file;
-        QString values;
-        for (const char* key : {"a", "b"}) {
-            QString buffer;
-            GetPrivateProfileStringA("S", key, "?", buffer, 256, path);
-            values += buffer;
-        }
-        QString c;
+        QString a, b, c;
+        GetPrivateProfileStringA("S", "a", "?", a, 256, path);
+        GetPrivateProfileStringA("S", "b", "?", b, 256, path);
         GetPrivateProfileStringA("T", "c", "?", c, 256, path);
-        EXPECT_EQ(values + c, "123") << file;
+        EXPECT_EQ(a + b + c, "123") << file;
     }
 }
 

@@ -1,10 +1,9 @@
-#include "platform/PlatformWindowSystem.h"
-#include "platform/Screen.h"
-
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
-#include <QWidget>
+
+#include "platform/PlatformWindowSystem.h"
+#include "platform/Screen.h"
 
 using namespace sidekin;
 
@@ -28,13 +27,6 @@ TEST(ScreenTest, TwipsRoundToTheNearestPixel) {
         EXPECT_EQ(twipsToPixelsX(row.twips), row.pixels);
         EXPECT_EQ(twipsToPixelsY(row.twips), row.pixels);
     }
-}
-
-TEST(ScreenTest, WindowHandleIsTheWidgetsNativeWindow) {
-    QWidget widget;
-    const WindowHandle handle = windowHandleOf(widget);
-    EXPECT_NE(handle, 0);
-    EXPECT_EQ(handle, static_cast<WindowHandle>(widget.winId()));
 }
 
 TEST(PlatformWindowSystemTest, OffscreenGivesTheNullSystem) {

@@ -1,6 +1,3 @@
-#include "TempFolder.h"
-#include "platform/QtOperatorDialogs.h"
-
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -13,6 +10,9 @@
 #include <QTimer>
 #include <QUrl>
 #include <functional>
+
+#include "TempFolder.h"
+#include "platform/QtOperatorDialogs.h"
 
 using namespace sidekin;
 
@@ -52,12 +52,12 @@ TEST(QtOperatorDialogsTest, MessageBoxShowsTheStyleAndMapsTheAnswer) {
     const Row rows[] = {
         {"plain", BoxStyle::Plain, QMessageBox::NoIcon, QMessageBox::Ok, QMessageBox::Ok,
          BoxAnswer::Ok},
-        {"fault", BoxStyle::ExclamationOk, QMessageBox::Warning, QMessageBox::Ok,
-         QMessageBox::Ok, BoxAnswer::Ok},
+        {"fault", BoxStyle::ExclamationOk, QMessageBox::Warning, QMessageBox::Ok, QMessageBox::Ok,
+         BoxAnswer::Ok},
         {"yes", BoxStyle::ExclamationYesNo, QMessageBox::Warning,
          QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, BoxAnswer::Yes},
-        {"no", BoxStyle::ExclamationYesNo, QMessageBox::Warning,
-         QMessageBox::Yes | QMessageBox::No, QMessageBox::No, BoxAnswer::No},
+        {"no", BoxStyle::ExclamationYesNo, QMessageBox::Warning, QMessageBox::Yes | QMessageBox::No,
+         QMessageBox::No, BoxAnswer::No},
         {"escape", BoxStyle::ExclamationYesNo, QMessageBox::Warning,
          QMessageBox::Yes | QMessageBox::No, QMessageBox::NoButton, BoxAnswer::No},
         {"fatal", BoxStyle::Critical, QMessageBox::Critical, QMessageBox::Ok, QMessageBox::Ok,
@@ -77,8 +77,7 @@ TEST(QtOperatorDialogsTest, MessageBoxShowsTheStyleAndMapsTheAnswer) {
             else
                 box.button(row.press)->click();
         });
-        EXPECT_EQ(dialogs.messageBox(row.style, "Delete <b>all</b> rows?", "Run <1>"),
-                  row.answer);
+        EXPECT_EQ(dialogs.messageBox(row.style, "Delete <b>all</b> rows?", "Run <1>"), row.answer);
     }
 }
 
@@ -144,9 +143,9 @@ TEST(QtOperatorDialogsTest, DocumentsAndHelpOpenOnlyWhenTheFileExists) {
 
     QUrl helpTopic = QUrl::fromLocalFile(help);
     helpTopic.setFragment("Instructions");
-    EXPECT_EQ(viewer.opened, (QList<QUrl>{QUrl::fromLocalFile(document),
-                                          QUrl::fromLocalFile(document), helpTopic,
-                                          QUrl::fromLocalFile(plainHelp)}));
+    EXPECT_EQ(viewer.opened,
+              (QList<QUrl>{QUrl::fromLocalFile(document), QUrl::fromLocalFile(document), helpTopic,
+                           QUrl::fromLocalFile(plainHelp)}));
 }
 
 }  // namespace

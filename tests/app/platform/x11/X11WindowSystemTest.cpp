@@ -1,8 +1,5 @@
-#include "platform/PlatformWindowSystem.h"
-#include "platform/Screen.h"
-#include "platform/X11WindowSystem.h"
-
 #include <gtest/gtest.h>
+#include <xcb/xcb.h>
 
 #include <QGuiApplication>
 #include <QWidget>
@@ -10,7 +7,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <vector>
-#include <xcb/xcb.h>
+
+#include "platform/PlatformWindowSystem.h"
+#include "platform/Screen.h"
+#include "platform/X11WindowSystem.h"
 
 using namespace sidekin;
 
@@ -54,16 +54,16 @@ protected:
     }
 
     xcb_atom_t atom(const char* name) {
-        xcb_intern_atom_reply_t* reply = xcb_intern_atom_reply(
-            c, xcb_intern_atom(c, 0, std::strlen(name), name), nullptr);
+        xcb_intern_atom_reply_t* reply =
+            xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, std::strlen(name), name), nullptr);
         const xcb_atom_t result = reply ? reply->atom : XCB_NONE;
         std::free(reply);
         return result;
     }
 
     WindowHandle parentOf(WindowHandle window) {
-        xcb_query_tree_reply_t* reply = xcb_query_tree_reply(
-            c, xcb_query_tree(c, static_cast<xcb_window_t>(window)), nullptr);
+        xcb_query_tree_reply_t* reply =
+            xcb_query_tree_reply(c, xcb_query_tree(c, static_cast<xcb_window_t>(window)), nullptr);
         const WindowHandle parent = reply ? static_cast<WindowHandle>(reply->parent) : 0;
         std::free(reply);
         return parent;
@@ -137,8 +137,7 @@ TEST_F(X11WindowSystemTest, TitleIsCutAtMaxCharacters) {
 
     // Multibyte characters still give 14 whole characters.
     const QString accented = QString::fromUtf8("Μέτρηση δείγματος ViewMGR");
-    EXPECT_EQ(system->title(makeTitled(accented.toUtf8(), "UTF8_STRING"), 14),
-              accented.left(14));
+    EXPECT_EQ(system->title(makeTitled(accented.toUtf8(), "UTF8_STRING"), 14), accented.left(14));
 }
 
 TEST_F(X11WindowSystemTest, TitleOfAQtWindowIsRead) {

@@ -1,0 +1,70 @@
+#include "CPLinks.h"
+
+#include "AppState.h"
+#include "ItemFeed.h"
+#include "StartupFetch.h"
+#include "platform/ErrorHandler.h"
+#include "platform/Events.h"
+
+#include <QFormLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <memory>
+
+namespace sidekin {
+
+namespace {
+std::unique_ptr<CPLinks> instance;
+}
+
+CPLinks::CPLinks() {
+    setObjectName(QStringLiteral("CPLinks"));
+    setWindowTitle(CPLinksCaption);
+    auto* layout = new QFormLayout(this);
+    auto box = [&](const char* name) {
+        auto* edit = new QLineEdit(this);
+        edit->setObjectName(QLatin1String(name));
+        layout->addRow(QLatin1String(name), edit);
+        return edit;
+    };
+    txtDataPath = box("txtDataPath");
+    txtInstPath = box("txtInstPath");
+    txtMethPath = box("txtMethPath");
+    ddeSystemStatus = box("ddeSystemStatus");
+    ddeStatusTime = box("ddeStatusTime");
+    ddeRunEngineStatus = box("ddeRunEngineStatus");
+    txtRunEngineStatus = box("txtRunEngineStatus");
+    txtSampleLoc = box("txtSampleLoc");
+    ddeDummy = box("ddeDummy");
+}
+
+void CPLinks::Form_Load() {
+    handled("Form_Load", [&] { itemfeed::SetHandleInDLL(windowTitle()); });
+}
+
+void CPLinks::keyPressEvent(QKeyEvent* event) { Form_KeyPress(event->key()); }
+
+void CPLinks::Form_KeyPress(int keyAscii) {
+    handled("Form_KeyPress", [&] {
+        App.DDEItemIndex = static_cast<std::int16_t>(keyAscii);
+        DoEvents();
+        // Read after the yield: a notice served meanwhile may have changed it.
+        if (App.DDEItemIndex < 0 || App.DDEItemIndex >= static_cast<int>(App.DDEItems.size()))
+            raiseError(ErrSubscript);
+        GetData(App.DDEItems[App.DDEItemIndex]);
+    });
+}
+
+CPLinks& cpLinks() {
+    if (!instance) {
+        instance = std::make_unique<CPLinks>();
+        instance->Form_Load();
+    }
+    return *instance;
+}
+
+bool cpLinksLoaded() { return instance != nullptr; }
+
+void unloadCPLinks() { instance.reset(); }
+
+}  // namespace sidekin

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+
+class QLineEdit;
+
+namespace sidekin {
+
+// The hidden mailbox of the item feed: a box per host item. Writing a status
+// value into its box raises the box's change event, which is how the status
+// feeds reach the rest of the program. The caption names the form to the feed.
+class CPLinks : public QWidget {
+public:
+    CPLinks();
+
+    void Form_Load();
+    void Form_KeyPress(int keyAscii);
+
+    QLineEdit* txtDataPath;
+    QLineEdit* txtInstPath;
+    QLineEdit* txtMethPath;
+    QLineEdit* ddeSystemStatus;
+    QLineEdit* ddeStatusTime;
+    QLineEdit* ddeRunEngineStatus;
+    QLineEdit* txtRunEngineStatus;
+    QLineEdit* txtSampleLoc;
+    QLineEdit* ddeDummy;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+inline const QString CPLinksCaption = QStringLiteral("DDEForm");
+
+// The one mailbox form, created and loaded at its first access.
+CPLinks& cpLinks();
+bool cpLinksLoaded();
+void unloadCPLinks();
+
+}  // namespace sidekin

@@ -1,0 +1,89 @@
+#include "ItemFeed.h"
+
+#include "Conversation.h"
+#include "platform/RuntimeError.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+#include <map>
+#include <memory>
+
+namespace sidekin::itemfeed {
+
+namespace {
+
+constexpr int FeedTimeoutMs = 60000;
+
+struct Feed {
+    QString caption;
+    QString topic;
+    std::unique_ptr<link::Conversation> conversation;
+    QStringList announced;
+    std::map<QString, QString> newest;
+};
+
+Feed& feed() {
+    static Feed instance;
+    return instance;
+}
+
+QWidget* notifiedForm() {
+    for (QWidget* w : QApplication::allWidgets())
+        if (w->isWindow() && w->windowTitle() == feed().caption) return w;
+    return nullptr;
+}
+
+void deliver(const QString& item, const QString& value) {
+    feed().newest[item] = value;
+    const int index = static_cast<int>(feed().announced.indexOf(item));
+    if (index < 0) return;
+    if (QWidget* form = notifiedForm())
+        QCoreApplication::postEvent(form, new QKeyEvent(QEvent::KeyPress, index, Qt::NoModifier,
+                                                        QString(QChar(index))));
+}
+
+}  // namespace
+
+std::int16_t SetHandleInDLL(const QString& caption) {
+    feed().caption = caption;
+    return 1;
+}
+
+std::int16_t DDE_Initiate(const QString& service, const QString& topic) {
+    try {
+        feed().conversation = link::Conversation::open(service);
+    } catch (const RuntimeError&) {
+        return 0;
+    }
+    feed().topic = topic;
+    QObject::connect(feed().conversation.get(), &link::Conversation::itemUpdated, &deliver);
+    return 1;
+}
+
+std::int16_t DDE_RequestFromVB(const QString& item) {
+    feed().announced << item;
+    return 1;
+}
+
+std::int16_t DDE_Request(const QString& item) {
+    if (!feed().conversation) return 0;
+    try {
+        feed().conversation->advise(feed().topic, item, FeedTimeoutMs);
+    } catch (const RuntimeError&) {
+        return 0;
+    }
+    return 1;
+}
+
+std::int16_t GetDDEDataBuffer(const QString& item, QString& buffer) {
+    auto it = feed().newest.find(item);
+    buffer = it == feed().newest.end() ? QString() : it->second.left(MaxValueChars);
+    return static_cast<std::int16_t>(buffer.size());
+}
+
+void reset() { feed() = Feed{}; }
+
+}  // namespace sidekin::itemfeed

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+namespace sidekin::itemfeed {
+
+// The host's item feed: its own conversation with the host, which wakes the
+// program by a key event on the form whose caption it was given, with the
+// item's index as key code. Values are read back with GetDDEDataBuffer.
+
+std::int16_t SetHandleInDLL(const QString& caption);
+std::int16_t DDE_Initiate(const QString& service, const QString& topic);
+// Announces an item; the nth call gives it index n - 1.
+std::int16_t DDE_RequestFromVB(const QString& item);
+// Starts delivering the item, now and at each change; non-zero on success.
+std::int16_t DDE_Request(const QString& item);
+// The item's newest value (at most 80 characters) into buffer; answers its length.
+std::int16_t GetDDEDataBuffer(const QString& item, QString& buffer);
+
+// Closes the feed and forgets everything (a fresh process has none).
+void reset();
+
+constexpr int MaxValueChars = 80;
+
+}  // namespace sidekin::itemfeed
