@@ -1,0 +1,46 @@
+#include "Profile.h"
+#include "TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QRandomGenerator>
+#include <csignal>
+
+using namespace sidekin;
+
+namespace {
+
+// The count must never move back, whatever moment the process dies at.
+TEST(CounterKillTest, StoredCountNeverGoesBack) {
+    test::TempFolder folder;
+    const QByteArray others = "; lab counters\n[Operators]\nNumOperators=1\nOperator1=Ana Ruiz\n";
+    const QString ini = folder.write(
+        "ORQ.INI", others + "[Oil,FAME]\nDataFileNaming=PrefixCounter\nDataFile=OIL,0\n");
+    QRandomGenerator random(20261122);
+    int lastStored = 0;
+    for (int round = 0; round < 60; ++round) {
+        QProcess child;
+        child.start(QStringLiteral(COUNTER_CHILD), {ini});
+        ASSERT_TRUE(child.waitForStarted(5000));
+        const int namesWanted = random.bounded(1, 6);
+        int lastHanded = -1;
+        while (lastHanded < lastStored + namesWanted - 1 && child.waitForReadyRead(5000)) {
+            while (child.canReadLine())
+                lastHanded = child.readLine().trimmed().mid(3).toInt();
+        }
+        ::kill(static_cast<pid_t>(child.processId()), SIGKILL);
+        child.waitForFinished(5000);
+
+        const QByteArray bytes = folder.read("ORQ.INI");
+        ASSERT_TRUE(bytes.startsWith(others)) << "round " << round;
+        const QString value = GetPvtProfileStr("Oil,FAME", "DataFile", ini);
+        ASSERT_TRUE(value.startsWith("OIL,")) << value.toStdString();
+        const int stored = value.mid(4).toInt();
+        EXPECT_GE(stored, lastStored) << "round " << round;
+        EXPECT_GT(stored, lastHanded) << "round " << round;  // a handed-out name is never reissued
+        lastStored = stored;
+    }
+}
+
+}  // namespace
