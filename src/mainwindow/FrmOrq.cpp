@@ -1,6 +1,7 @@
 #include "FrmOrq.h"
 
 #include "AppState.h"
+#include "FontCharset.h"
 #include "G11n.h"
 #include "LinkTextBox.h"
 #include "ShowHideOrq.h"
@@ -128,7 +129,7 @@ void FrmOrq::applyPosition() { move(twipsToPixelsX(left_), twipsToPixelsY(top_))
 
 void FrmOrq::Form_Load() {
     handled("Form_Load", [&] {
-        App.GlblFontCharset = CInt(Val(GetResourceString(17320)));
+        applyFontCharset(*lblCurrentRun, readFontCharset());
         App.GlblOperator.clear();
         App.GlblCurrentRun = 0;
         App.GlblEditOpen = 0;

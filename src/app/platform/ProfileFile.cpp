@@ -1,4 +1,5 @@
 #include "platform/ProfileFile.h"
+#include "platform/Paths.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -242,13 +243,13 @@ bool replaceFile(const QString& path, const QByteArray& bytes, std::optional<mod
 
 QString profileFolder() {
     if (!qEnvironmentVariableIsEmpty("ZENTROVAR_CONFIG_DIR"))
-        return qEnvironmentVariable("ZENTROVAR_CONFIG_DIR").replace(u'\\', u'/');
+        return nativePath(qEnvironmentVariable("ZENTROVAR_CONFIG_DIR"));
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
            QStringLiteral("/zentrovar");
 }
 
 QString resolveProfilePath(const QString& file) {
-    QString path = QString(file).replace(u'\\', u'/');
+    QString path = nativePath(file);
     if (path.isEmpty()) return {};
     if (!path.contains(u'/')) path = profileFolder() + u'/' + path;
     if (QFileInfo::exists(path)) return path;

@@ -6,6 +6,7 @@
 #include "G11n.h"
 #include "ShowHideOrq.h"
 #include "StartupFetch.h"
+#include "StatusEvents.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Screen.h"
 #include "platform/WindowSystem.h"
@@ -18,6 +19,7 @@ void Main(const QString& commandLine) {
     handled("Main", [&] {
         NLSInitialization();
         ParseCommandLine(commandLine);
+        wireStatusEvents();
         OpenDDELinks();
 
         // Inside the host's "ViewMGR" child the window sits at the top; in the

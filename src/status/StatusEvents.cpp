@@ -1,0 +1,50 @@
+#include "StatusEvents.h"
+
+#include "AppState.h"
+#include "CPLinks.h"
+#include "StatusDisplay.h"
+#include "platform/ErrorHandler.h"
+#include "platform/LegacyText.h"
+
+#include <QLineEdit>
+
+namespace sidekin {
+
+namespace {
+
+// The box's text less a line end. Texts under two characters raise error 5,
+// as the character before the last does not exist.
+QString statusOf(const QLineEdit& box) {
+    const QString text = box.text();
+    const int length = static_cast<int>(text.size());
+    if (Mid(text, length - 1, 1) == QChar(13)) return Left(text, length - 2);
+    return text;
+}
+
+void wire(QLineEdit& box, void (*event)()) {
+    const char* wired = "sidekinStatusWired";
+    if (box.property(wired).toBool()) return;
+    box.setProperty(wired, true);
+    QObject::connect(&box, &QLineEdit::textChanged, &box, event);
+}
+
+}  // namespace
+
+void DDESystemStatus_Change() {
+    handled("DDESystemStatus_Change", [] { UpdateSystemStatus(statusOf(*cpLinks().ddeSystemStatus)); });
+}
+
+void DDEStstusTime_Change() {
+    handled("DDEStstusTime_Change", [] {
+        const QString status = statusOf(*cpLinks().ddeStatusTime);
+        if (App.GlblRunState != RunStateIdle) UpdateStatusTime(status);
+    });
+}
+
+void wireStatusEvents() {
+    CPLinks& links = cpLinks();
+    wire(*links.ddeSystemStatus, &DDESystemStatus_Change);
+    wire(*links.ddeStatusTime, &DDEStstusTime_Change);
+}
+
+}  // namespace sidekin
