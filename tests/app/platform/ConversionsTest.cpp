@@ -1,11 +1,14 @@
 #include "platform/Conversions.h"
 #include "platform/RuntimeError.h"
 
+#include "ErrorOf.h"
+
 #include <gtest/gtest.h>
 
 #include <optional>
 
 using namespace sidekin;
+using sidekin::test::errorOf;
 
 namespace {
 
@@ -80,15 +83,6 @@ INSTANTIATE_TEST_SUITE_P(
                       StrictCase{"doubleSign", "--1", std::nullopt},
                       StrictCase{"comma", "1,5", std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });
-
-int errorOf(auto&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 TEST(RoundingTest, HalvesGoToTheEvenNeighbour) {
     struct {

@@ -1,20 +1,14 @@
 #include "platform/LegacyText.h"
 #include "platform/RuntimeError.h"
 
+#include "ErrorOf.h"
+
 #include <gtest/gtest.h>
 
 using namespace sidekin;
+using sidekin::test::errorOf;
 
 namespace {
-
-int errorOf(auto&& f) {
-    try {
-        f();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
-}
 
 const QString abc = QStringLiteral("abcdef");
 
