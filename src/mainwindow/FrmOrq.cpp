@@ -1,11 +1,13 @@
 #include "FrmOrq.h"
 
 #include "AppState.h"
+#include "FlexGridView.h"
 #include "FontCharset.h"
 #include "G11n.h"
 #include "LinkTextBox.h"
 #include "ShowHideOrq.h"
 #include "Profile.h"
+#include "RunTable.h"
 #include "Sleep.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
@@ -24,6 +26,7 @@ namespace sidekin {
 namespace {
 
 std::unique_ptr<FrmOrq> instance;
+std::function<void(FrmOrq&)> wiring;
 
 QRect twipsRect(int left, int top, int width, int height) {
     return {twipsToPixelsX(left), twipsToPixelsY(top), twipsToPixelsX(width),
@@ -98,6 +101,7 @@ FrmOrq::FrmOrq() {
                                        3870, 1440, 375);
     cmdRnTblPrint = place<QPushButton>(this, "cmdRnTblPrint", QStringLiteral("Print Table"), 9180,
                                        3870, 1440, 375);
+    fgrdRunTable = place<FlexGridView>(this, "fgrdRunTable", 900, 1530, 10125, 2175);
     for (QPushButton* b : {cmdRnTblAdd, cmdRnTblEdit, cmdRnTblDel, cmdRnTblPrint,
                            cmdStartPauseResume, cmdStop})
         b->setEnabled(false);
@@ -143,6 +147,7 @@ void FrmOrq::Form_Load() {
                                                   QStringLiteral("Operator") + QString::number(n),
                                                   App.GlblIniFile));
         cboOperator->setCurrentIndex(-1);
+        SetColumnHeaders(fgrdRunTable->grid());
         lblSubDir->hide();
         txtSubDir->hide();
         lblCurrentRun->setText(GetResourceString(17100));
@@ -154,10 +159,13 @@ FrmOrq& frmORQ() {
     if (!instance) {
         // Kept before Form_Load runs: events served inside it may touch the form.
         instance = std::make_unique<FrmOrq>();
+        if (wiring) wiring(*instance);
         instance->Form_Load();
     }
     return *instance;
 }
+
+void setFrmOrqWiring(std::function<void(FrmOrq&)> wire) { wiring = std::move(wire); }
 
 bool frmORQLoaded() { return instance != nullptr; }
 

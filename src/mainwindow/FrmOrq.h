@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
 
 class QComboBox;
 class QGroupBox;
@@ -10,6 +11,7 @@ class QPushButton;
 
 namespace sidekin {
 
+class FlexGridView;
 class LinkTextBox;
 
 // The main window. Controls keep their design names; positions are in twips.
@@ -49,6 +51,7 @@ public:
     QPushButton* cmdRnTblDel;
     QPushButton* cmdRnTblClear;
     QPushButton* cmdRnTblPrint;
+    FlexGridView* fgrdRunTable;
     // Hidden boxes: the host link object, the hot link, and a scratch box.
     LinkTextBox* ddeDummy;
     LinkTextBox* ddeShowORQ;
@@ -62,6 +65,9 @@ private:
 
 // The one main window, created and loaded (Form_Load) at its first access.
 FrmOrq& frmORQ();
+// Called with the new form before its Form_Load, so its events are wired
+// whenever its first access happens.
+void setFrmOrqWiring(std::function<void(FrmOrq&)> wire);
 bool frmORQLoaded();
 // Ends the form's life; tests start each case without one.
 void unloadFrmORQ();

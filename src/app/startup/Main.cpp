@@ -6,6 +6,7 @@
 #include "G11n.h"
 #include "ShowHideOrq.h"
 #include "StartupFetch.h"
+#include "RunControl.h"
 #include "StatusEvents.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Screen.h"
@@ -20,6 +21,7 @@ void Main(const QString& commandLine) {
         NLSInitialization();
         ParseCommandLine(commandLine);
         wireStatusEvents();
+        wireRunControl();
         OpenDDELinks();
 
         // Inside the host's "ViewMGR" child the window sits at the top; in the
