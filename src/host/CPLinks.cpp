@@ -42,7 +42,10 @@ void CPLinks::Form_Load() {
     handled("Form_Load", [&] { itemfeed::SetHandleInDLL(windowTitle()); });
 }
 
-void CPLinks::keyPressEvent(QKeyEvent* event) { Form_KeyPress(event->key()); }
+void CPLinks::keyPressEvent(QKeyEvent* event) {
+    Form_KeyPress(event->key());
+    itemfeed::noticeServed(event->key());
+}
 
 void CPLinks::Form_KeyPress(int keyAscii) {
     handled("Form_KeyPress", [&] {
@@ -53,6 +56,13 @@ void CPLinks::Form_KeyPress(int keyAscii) {
             raiseError(ErrSubscript);
         GetData(App.DDEItems[App.DDEItemIndex]);
     });
+}
+
+void wireChangeEvent(QLineEdit& box, void (*event)()) {
+    const char* wired = "sidekinChangeEventWired";
+    if (box.property(wired).toBool()) return;
+    box.setProperty(wired, true);
+    QObject::connect(&box, &QLineEdit::textChanged, &box, event);
 }
 
 CPLinks& cpLinks() {

@@ -16,8 +16,12 @@ void registerLinkErrors() {
     registerErrorDescription(ErrNoChannel, QStringLiteral("DDE method invoked with no channel open"));
 }
 
+namespace {
+// The words are there before the first link error, whatever raises it.
+const bool linkErrorsRegistered = (registerLinkErrors(), true);
+}  // namespace
+
 Conversation::Conversation() {
-    registerLinkErrors();
     connect(&socket_, &QLocalSocket::readyRead, this, &Conversation::readFrames);
     connect(&socket_, &QLocalSocket::disconnected, this, [this] {
         broken_ = true;

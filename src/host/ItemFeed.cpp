@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QStringList>
 #include <QWidget>
+#include <algorithm>
+#include <deque>
 #include <map>
 #include <memory>
 
@@ -23,6 +25,8 @@ struct Feed {
     std::unique_ptr<link::Conversation> conversation;
     QStringList announced;
     std::map<QString, QString> newest;
+    std::deque<int> pending;
+    int noticeOut = -1;  // index of the notice posted and not yet read
 };
 
 Feed& feed() {
@@ -36,13 +40,26 @@ QWidget* notifiedForm() {
     return nullptr;
 }
 
+void sendNextNotice() {
+    Feed& f = feed();
+    if (f.noticeOut >= 0 || f.pending.empty()) return;
+    QWidget* form = notifiedForm();
+    if (!form) return;
+    const int index = f.pending.front();
+    f.pending.pop_front();
+    f.noticeOut = index;
+    QCoreApplication::postEvent(form, new QKeyEvent(QEvent::KeyPress, index, Qt::NoModifier,
+                                                    QString(QChar(index))));
+}
+
 void deliver(const QString& item, const QString& value) {
     feed().newest[item] = value;
     const int index = static_cast<int>(feed().announced.indexOf(item));
     if (index < 0) return;
-    if (QWidget* form = notifiedForm())
-        QCoreApplication::postEvent(form, new QKeyEvent(QEvent::KeyPress, index, Qt::NoModifier,
-                                                        QString(QChar(index))));
+    // One notice per item is enough: it reads the newest value when served.
+    if (std::find(feed().pending.begin(), feed().pending.end(), index) == feed().pending.end())
+        feed().pending.push_back(index);
+    sendNextNotice();
 }
 
 }  // namespace
@@ -79,9 +96,16 @@ std::int16_t DDE_Request(const QString& item) {
 }
 
 std::int16_t GetDDEDataBuffer(const QString& item, QString& buffer) {
+    noticeServed(static_cast<int>(feed().announced.indexOf(item)));
     auto it = feed().newest.find(item);
     buffer = it == feed().newest.end() ? QString() : it->second.left(MaxValueChars);
     return static_cast<std::int16_t>(buffer.size());
+}
+
+void noticeServed(int index) {
+    if (feed().noticeOut != index) return;
+    feed().noticeOut = -1;
+    sendNextNotice();
 }
 
 void reset() { feed() = Feed{}; }

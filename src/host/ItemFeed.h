@@ -18,6 +18,11 @@ std::int16_t DDE_Request(const QString& item);
 // The item's newest value (at most 80 characters) into buffer; answers its length.
 std::int16_t GetDDEDataBuffer(const QString& item, QString& buffer);
 
+// Notices go out one at a time: the next follows once the value of the last
+// one has been read (or its handler has ended), so a notice never arrives
+// inside the yield that comes before that read.
+void noticeServed(int index);
+
 // Closes the feed and forgets everything (a fresh process has none).
 void reset();
 

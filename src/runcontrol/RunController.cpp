@@ -141,8 +141,7 @@ void wireRunButtons(FrmOrq& form) {
 }
 
 void wireRunControl() {
-    QObject::connect(cpLinks().ddeRunEngineStatus, &QLineEdit::textChanged, &cpLinks(),
-                     &DDERunEngineStatus_Change, Qt::UniqueConnection);
+    wireChangeEvent(*cpLinks().ddeRunEngineStatus, &DDERunEngineStatus_Change);
     setFrmOrqWiring(&wireRunButtons);
 }
 

@@ -21,12 +21,6 @@ QString statusOf(const QLineEdit& box) {
     return text;
 }
 
-void wire(QLineEdit& box, void (*event)()) {
-    const char* wired = "sidekinStatusWired";
-    if (box.property(wired).toBool()) return;
-    box.setProperty(wired, true);
-    QObject::connect(&box, &QLineEdit::textChanged, &box, event);
-}
 
 }  // namespace
 
@@ -43,8 +37,8 @@ void DDEStstusTime_Change() {
 
 void wireStatusEvents() {
     CPLinks& links = cpLinks();
-    wire(*links.ddeSystemStatus, &DDESystemStatus_Change);
-    wire(*links.ddeStatusTime, &DDEStstusTime_Change);
+    wireChangeEvent(*links.ddeSystemStatus, &DDESystemStatus_Change);
+    wireChangeEvent(*links.ddeStatusTime, &DDEStstusTime_Change);
 }
 
 }  // namespace sidekin

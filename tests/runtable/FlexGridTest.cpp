@@ -1,12 +1,15 @@
+#include "ErrorOf.h"
 #include "FlexGrid.h"
 #include "RuntimeError.h"
+
+#include <gtest/gtest.h>
 
 #include <QStringList>
 #include <array>
 #include <functional>
-#include <gtest/gtest.h>
 
 using namespace sidekin;
+using sidekin::test::errorOf;
 
 namespace {
 
@@ -19,15 +22,6 @@ QStringList names(const FlexGrid& grid) {
 
 void fill(FlexGrid& grid, const QString& letters) {
     for (QChar c : letters) grid.AddItem(QStringLiteral("0\t") + c + QStringLiteral("\tM"));
-}
-
-int errorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RuntimeError& e) {
-        return e.number();
-    }
-    return 0;
 }
 
 std::array<int, 4> selection(const FlexGrid& g) { return {g.Row(), g.Col(), g.RowSel(), g.ColSel()}; }

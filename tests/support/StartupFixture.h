@@ -2,6 +2,7 @@
 
 #include "FakeClock.h"
 #include "FakeWindowSystem.h"
+#include "QtPrinters.h"
 #include "ScriptedDialogs.h"
 #include "TempFolder.h"
 

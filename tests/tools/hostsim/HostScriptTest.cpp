@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "QStringPrinter.h"
+#include "QtPrinters.h"
 
 #include "HostScript.h"
 

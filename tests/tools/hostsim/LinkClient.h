@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-#include "QStringPrinter.h"
+#include "QtPrinters.h"
 
 namespace sidekin::test {
 

@@ -1,0 +1,219 @@
+#include <QEvent>
+#include <QLineEdit>
+
+#include "HostCommands.h"
+#include "HostLinkFixture.h"
+#include "LinkTextBox.h"
+#include "ShowHideOrq.h"
+#include "StartupFetch.h"
+
+using namespace sidekin;
+using namespace sidekin::test;
+namespace cmd = sidekin::commands;
+
+namespace {
+
+// Counts the notices (key events) that reach a form; may post an event of its
+// own at each, as a repaint or a socket read does.
+class NoticeWatch : public QObject {
+public:
+    explicit NoticeWatch(bool postOwnEvent = false) : post(postOwnEvent) {}
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return false;
+        ++count;
+        if (post) QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+        return false;
+    }
+    int count = 0;
+    bool post;
+};
+
+QString boxText(const QString& value) {
+    return (value + "\r\n").leftJustified(itemfeed::MaxValueChars, u' ', true);
+}
+
+class ItemFeedTest : public HostLinkFixture {
+protected:
+    void SetUp() override {
+        HostLinkFixture::SetUp();
+        App.GlblDDEApp = online;
+    }
+
+    QList<QLineEdit*> itemBoxes() {
+        CPLinks& f = cpLinks();
+        return {f.txtDataPath,     f.txtInstPath,   f.txtMethPath,
+                f.ddeSystemStatus, f.ddeStatusTime, f.ddeRunEngineStatus};
+    }
+
+    // Loads CPLinks first, so that every box change is seen from the first delivery.
+    void recordBoxChanges() {
+        for (QLineEdit* edit : itemBoxes())
+            QObject::connect(edit, &QLineEdit::textChanged,
+                             [this, edit] { changes << edit->objectName(); });
+    }
+
+    // Pushes a new value: its box shows it once the program serves its events, not before.
+    void pushAndWait(FakeHost& host, const QString& item, const QString& value, QLineEdit* edit) {
+        host.push(item, value);
+        EXPECT_NE(edit->text(), boxText(value));
+        EXPECT_TRUE(serveUntil([&] { return edit->text() == boxText(value); }))
+            << item.toStdString();
+    }
+
+    static void holdSixItems(FakeHost& host) {
+        host.setValue(cmd::ItemDataPath, "C:\\HOST\\DATA\\");
+        host.setValue(cmd::ItemInstPath, "/opt/host/1/inst.cfg");
+        host.setValue(cmd::ItemMethPath, "C:\\HOST\\METHODS\\DEF.M");
+        host.setValue(cmd::ItemSystemStatus, "Ready|Idle");
+        host.setValue(cmd::ItemStatusTime, "Idle|00:00");
+        host.setValue(cmd::ItemRunEngineStatus, "Idle");
+    }
+
+    const std::vector<Shown> startupBox =
+        plainBox("DDE Initialization NOT Successful !", "VB DDE Error");
+    QStringList changes;
+};
+
+TEST_F(ItemFeedTest, FillArrayListsTheSixItemsPathsFirst) {
+    App.DDEItems[7] = "left alone";
+    FillArray();
+    const QStringList expected{cmd::ItemDataPath,   cmd::ItemInstPath,
+                               cmd::ItemMethPath,   cmd::ItemSystemStatus,
+                               cmd::ItemStatusTime, cmd::ItemRunEngineStatus};
+    EXPECT_EQ(QStringList(App.DDEItems.begin(), App.DDEItems.begin() + 6), expected);
+    EXPECT_EQ(App.DDEItems[6], "");
+    EXPECT_EQ(App.DDEItems[7], "left alone");
+    EXPECT_EQ(App.DDEItemsLast, 5);
+}
+
+TEST_F(ItemFeedTest, StartupDeliversPathsBeforeStatusItems) {
+    FakeHost host(online);
+    holdSixItems(host);
+    recordBoxChanges();
+    OpenDDELinks();
+    EXPECT_EQ(dialogs.shown, startupBox);  // shown even when all went well
+    EXPECT_EQ(host.log(),
+              QStringList({"1 Advise CPNOWAIT _DATAPATH$", "1 Advise CPNOWAIT _INSTPATH$",
+                           "1 Advise CPNOWAIT _METHPATH$", "1 Advise CPNOWAIT GUISystemStatus$",
+                           "1 Advise CPNOWAIT GUIStatusTime$",
+                           "1 Advise CPNOWAIT ORQ_RunEngineStatus$"}));
+    serveUntil([&] { return changes.size() >= 6; }, 3000);
+    EXPECT_EQ(changes, QStringList({"txtDataPath", "txtInstPath", "txtMethPath", "ddeSystemStatus",
+                                    "ddeStatusTime", "ddeRunEngineStatus"}));
+    EXPECT_EQ(App.GlblDataDir, "C:\\HOST\\DATA\\");
+    EXPECT_EQ(App.GlblInstDir, "/opt/host/1/");
+    EXPECT_EQ(App.GlblIniFile, "/opt/host/1/ORQ.INI");
+    EXPECT_EQ(App.GlblMethodDir, "C:\\HOST\\METHODS\\");
+    EXPECT_EQ(cpLinks().ddeSystemStatus->text(), boxText("Ready|Idle"));
+}
+
+TEST_F(ItemFeedTest, NoticeIsNotLostWhenAnotherIsServedInsideItsYield) {
+    FakeHost host(online);
+    holdSixItems(host);
+    recordBoxChanges();
+    NoticeWatch otherEvents(true);
+    cpLinks().installEventFilter(&otherEvents);
+    OpenDDELinks();
+    serveUntil([&] { return changes.size() >= 6; }, 2000);
+    EXPECT_EQ(changes.size(), 6);
+    EXPECT_EQ(App.GlblIniFile, "/opt/host/1/ORQ.INI");
+}
+
+TEST_F(ItemFeedTest, InstrumentPathGivesFolderAndIniFile) {
+    FakeHost host(online);
+    OpenDDELinks();
+    const struct {
+        const char* value;
+        const char* folder;   // as it stands
+        const char* iniFile;  // trimmed
+    } cases[] = {
+        {"C:\\HOST\\1\\", "C:\\HOST\\1\\", "C:\\HOST\\1\\ORQ.INI"},
+        {"C:\\HOST\\1\\inst.cfg", "C:\\HOST\\1\\", "C:\\HOST\\1\\ORQ.INI"},
+        {"/opt/host/1/", "/opt/host/1/", "/opt/host/1/ORQ.INI"},
+        {"/opt/host/1/inst.cfg", "/opt/host/1/", "/opt/host/1/ORQ.INI"},
+        {"  /opt/h/inst.cfg", "  /opt/h/", "/opt/h/ORQ.INI"},
+        {"inst.cfg", "", "ORQ.INI"},
+    };
+    for (const auto& c : cases) {
+        pushAndWait(host, cmd::ItemInstPath, c.value, cpLinks().txtInstPath);
+        EXPECT_EQ(App.GlblInstDir, c.folder);
+        EXPECT_EQ(App.GlblIniFile, c.iniFile);
+    }
+    pushAndWait(host, cmd::ItemDataPath, "  /data/x.d", cpLinks().txtDataPath);
+    EXPECT_EQ(App.GlblDataDir, "/data/");
+}
+
+TEST_F(ItemFeedTest, StatusValuesFillExactlyEightyCharactersAndRepeatsRaiseNothing) {
+    FakeHost host(online);
+    OpenDDELinks();
+    QLineEdit* status = cpLinks().ddeSystemStatus;
+    NoticeWatch notices;
+    cpLinks().installEventFilter(&notices);
+    int changed = 0;
+    QObject::connect(status, &QLineEdit::textChanged, [&] { ++changed; });
+
+    pushAndWait(host, cmd::ItemSystemStatus, "Ready|Idle", status);
+    EXPECT_EQ(status->text().size(), 80);
+    const QString longValue = QString(100, u'x');
+    host.push(cmd::ItemSystemStatus, longValue);
+    EXPECT_TRUE(serveUntil([&] { return status->text() == QString(80, u'x'); }));
+    EXPECT_EQ(changed, 2);
+
+    // Equal once cut: a notice comes, but the box does not change.
+    for (const QString& same : {longValue, QString(90, u'x')}) {
+        const int before = notices.count;
+        host.push(cmd::ItemSystemStatus, same);
+        EXPECT_TRUE(serveUntil([&] { return notices.count > before; }));
+        EXPECT_EQ(changed, 2);
+    }
+}
+
+TEST_F(ItemFeedTest, KeyCodeOutsideTheTableIsSubscriptOutOfRange) {
+    FillArray();
+    const struct {
+        int key;
+        bool box;
+    } cases[] = {{0, false}, {5, false}, {10, false}, {11, true}, {-1, true}};
+    for (const auto& c : cases) {
+        dialogs.shown.clear();
+        cpLinks().Form_KeyPress(c.key);
+        EXPECT_EQ(dialogs.shown, c.box ? plainBox("Subscript out of range", "Form_KeyPress")
+                                       : std::vector<Shown>{})
+            << c.key;
+    }
+}
+
+TEST_F(ItemFeedTest, WithoutHostNothingIsRequestedAndNoItemsArrive) {
+    OpenDDELinks();
+    EXPECT_EQ(dialogs.shown, startupBox);
+    QCoreApplication::processEvents();
+    for (QLineEdit* edit : itemBoxes())
+        EXPECT_EQ(edit->text(), "") << edit->objectName().toStdString();
+    EXPECT_EQ(App.GlblIniFile, "");
+    QString buffer = "untouched";
+    EXPECT_EQ(itemfeed::GetDDEDataBuffer(cmd::ItemDataPath, buffer), 0);
+    EXPECT_EQ(itemfeed::DDE_Request(cmd::ItemDataPath), 0);
+}
+
+TEST_F(ItemFeedTest, ShowOrqHotLinkShowsHidesAndEnds) {
+    FakeHost host(online);
+    host.setValue(cmd::ItemShowOrq, "11");
+    iNITddesHOWorq();
+    EXPECT_TRUE(frmORQ().isVisible());
+    EXPECT_EQ(host.log(),
+              QStringList({"1 Request CPNOWAIT ShowORQ$", "1 Advise CPNOWAIT ShowORQ$"}));
+    host.push(cmd::ItemShowOrq, "01");
+    EXPECT_TRUE(serveUntil([] { return !frmORQ().isVisible(); }));
+    host.push(cmd::ItemShowOrq, "00");
+    EXPECT_THROW(serveUntil([] { return false; }, 3000), ProgramEnded);
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(ItemFeedTest, HotLinkWithoutHostShowsItsBoxAndLeavesTheWindowAlone) {
+    iNITddesHOWorq();
+    EXPECT_EQ(dialogs.shown,
+              plainBox("No foreign application responded to a DDE initiate", "iNITddesHOWorq"));
+    EXPECT_FALSE(frmORQ().isVisible());
+}
+
+}  // namespace

@@ -1,0 +1,213 @@
+#include "AppState.h"
+#include "FlexGridView.h"
+#include "FrmOrq.h"
+#include "G11n.h"
+#include "RunTable.h"
+#include "WalkFixture.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+using namespace sidekin;
+using namespace sidekin::test;
+
+namespace {
+
+class WalkTest : public WalkFixture {
+protected:
+    QString text(int id) const { return GetResourceString(id); }
+    void threeRows() {
+        addRun("FRONTSTD", 17044, "5", "RunA");
+        addRun("BACKSTD", 17045, "7", "RunB", "note");
+        addRun("FRONTFAST", 17044, GetResourceString(17042), "RunC");
+    }
+};
+
+TEST_F(WalkTest, ThreeRowsWalkToTheEndWithTheExactCommands) {
+    startHost(0.2);
+    threeRows();
+    clickStartPauseResume();
+    ASSERT_TRUE(waitForIdle());
+
+    const QString operatorName = frmORQ().cboOperator->currentText();
+    const QString checkedFile = App.GlblOrqDir + "Batch7";
+    EXPECT_EQ(hostCommands(),
+              (QStringList{
+                  "ORQNameCheck=0;On Error ORQNameCheck=1;Open \"" + checkedFile +
+                      "\" For Output As #3; On Error",
+                  "Close #3",
+                  "Delete \"" + checkedFile + "\",DontAsk",
+                  "ORQ_SetRunTableVars \"" + operatorName + "\", \"Batch7\"",
+                  R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "S-RunA", 105, "RunA", "1.5", "", "", "", "")",
+                  "ORQ_HOST_START 1",
+                  R"(ORQ_PrepareSingleRun "BACKSTD", 2, "S-RunB", 207, "RunB", "1.5", "", "", "", "note")",
+                  "ORQ_HOST_START 2",
+                  R"(ORQ_PrepareSingleRun "FRONTFAST", 1, "S-RunC", , "RunC", "1.5", "", "", "", "")",
+                  "ORQ_HOST_START 3"}));
+    EXPECT_EQ(App.GlblCurrentRun, 0);
+    for (int row = 1; row <= 3; ++row) EXPECT_EQ(rowColour(row), RnTblColorCompleted) << row;
+    EXPECT_EQ(currentRunText(), text(17102));
+    EXPECT_EQ(buttonCaption(), text(17016));
+    EXPECT_FALSE(frmORQ().cmdStop->isEnabled());
+    EXPECT_TRUE(frmORQ().cmdRnTblAdd->isEnabled());
+    // The table keeps showing the vials as entered; the offsets only go to the host.
+    EXPECT_EQ(frmORQ().fgrdRunTable->grid().TextArray(10 * 1 + 5), "5");
+    EXPECT_TRUE(QDir(host->dataFolder() + "Batch7/RunC.d").exists());
+}
+
+TEST_F(WalkTest, OneRowTable) {
+    startHost(0.1);
+    addRun("FRONTSTD", 17046, "3", "Only");
+    clickStartPauseResume();
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(rowColour(1), RnTblColorCompleted);
+    EXPECT_EQ(currentRunText(), text(17102));
+    EXPECT_TRUE(hostCommands().contains(R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "S-Only", 3, "Only", "1.5", "", "", "", "")"));
+}
+
+TEST_F(WalkTest, ManualInjectionSendsVialZero) {
+    startHost(0.1);
+    addRun("MANUAL", 17048, GetResourceString(17041), "Hand");
+    clickStartPauseResume();
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_TRUE(hostCommands().contains(R"(ORQ_PrepareSingleRun "MANUAL", 2, "S-Hand", 0, "Hand", "1.5", "", "", "", "")"));
+}
+
+TEST_F(WalkTest, PauseThenResumeBeforeTheRunEndsChangesNothing) {
+    startHost(1.0);
+    threeRows();
+    clickStartPauseResume();
+    ASSERT_EQ(App.GlblRunState, RunStateRunning);
+    clickStartPauseResume();  // Pause
+    EXPECT_EQ(App.GlblRunState, RunStatePausing);
+    EXPECT_EQ(buttonCaption(), text(17018));
+    EXPECT_EQ(currentRunText(), text(17105) + "1");
+    clickStartPauseResume();  // Resume
+    EXPECT_EQ(App.GlblRunState, RunStateRunning);
+    EXPECT_EQ(buttonCaption(), text(17017));
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 3);
+}
+
+TEST_F(WalkTest, PauseHoldsAfterTheRunAndResumeSendsTheNext) {
+    startHost(0.5);
+    threeRows();
+    clickStartPauseResume();
+    clickStartPauseResume();  // Pause during run 1
+    ASSERT_TRUE(waitForState(RunStatePaused));
+    EXPECT_EQ(App.GlblCurrentRun, 1);
+    EXPECT_EQ(rowColour(1), RnTblColorCompleted);
+    EXPECT_EQ(currentRunText(), text(17106) + "1");
+    EXPECT_TRUE(frmORQ().cmdRnTblEdit->isEnabled());
+    EXPECT_FALSE(frmORQ().cmdRnTblClear->isEnabled());
+    EXPECT_FALSE(frmORQ().cboOperator->isEnabled());
+    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 1);
+
+    clickStartPauseResume();  // Resume
+    EXPECT_EQ(App.GlblCurrentRun, 2);
+    EXPECT_EQ(currentRunText(), text(17101) + "2");
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 3);
+}
+
+TEST_F(WalkTest, PausedWithTheRemainingRowsDeletedResumeEndsTheWalk) {
+    startHost(0.3);
+    threeRows();
+    clickStartPauseResume();
+    clickStartPauseResume();
+    ASSERT_TRUE(waitForState(RunStatePaused));
+    FlexGrid& grid = frmORQ().fgrdRunTable->grid();
+    grid.RemoveItem(3);
+    grid.RemoveItem(2);
+    clickStartPauseResume();
+    EXPECT_EQ(App.GlblRunState, RunStateIdle);
+    EXPECT_EQ(currentRunText(), text(17102));
+    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 1);
+}
+
+TEST_F(WalkTest, StopWhileRunningEndsAfterTheRun) {
+    startHost(0.5);
+    threeRows();
+    clickStartPauseResume();
+    clickStop();
+    EXPECT_EQ(App.GlblRunState, RunStateStopping);
+    EXPECT_EQ(currentRunText(), text(17103) + "1");
+    EXPECT_FALSE(frmORQ().cmdStartPauseResume->isEnabled());
+    EXPECT_EQ(frmORQ().cmdStartPauseResume->toolTip(), text(17016));
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(currentRunText(), text(17104) + "1");
+    EXPECT_EQ(rowColour(1), RnTblColorCompleted);
+    EXPECT_NE(rowColour(2), RnTblColorCompleted);
+    EXPECT_EQ(frmORQ().cmdStartPauseResume->toolTip(), text(17144));
+    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 1);
+}
+
+TEST_F(WalkTest, StopWhilePausedIsIdleAtOnce) {
+    startHost(0.3);
+    threeRows();
+    clickStartPauseResume();
+    clickStartPauseResume();
+    ASSERT_TRUE(waitForState(RunStatePaused));
+    clickStop();
+    EXPECT_EQ(App.GlblRunState, RunStateIdle);
+    EXPECT_EQ(App.GlblCurrentRun, 0);
+    EXPECT_EQ(currentRunText(), text(17104) + "1");
+    EXPECT_EQ(buttonCaption(), text(17016));
+}
+
+TEST_F(WalkTest, AbortedRunEndsTheWalkInEitherSpelling) {
+    for (const char* word : {"Aborted", "ABORTED"}) {
+        SCOPED_TRACE(word);
+        startHost(0.2, {"--abort", "2", "--abort-word", word});
+        threeRows();
+        clickStartPauseResume();
+        ASSERT_TRUE(waitForIdle());
+        EXPECT_EQ(rowColour(1), RnTblColorCompleted);
+        EXPECT_EQ(rowColour(2), RnTblColorAborted);
+        EXPECT_EQ(currentRunText(), text(17107) + "2");
+        EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 2);
+        TearDown();
+        SetUp();
+    }
+}
+
+TEST_F(WalkTest, ExistingDataFilesAskFirst) {
+    startHost(0.1);
+    threeRows();
+    QDir().mkpath(host->dataFolder() + "Batch7/RunB.d");
+
+    dialogs.answerBox(BoxAnswer::Yes);  // give up the start
+    clickStartPauseResume();
+    EXPECT_EQ(App.GlblRunState, RunStateIdle);
+    ASSERT_EQ(dialogs.shown.size(), 1u);
+    EXPECT_EQ(dialogs.shown[0].style, BoxStyle::ExclamationYesNo);
+    EXPECT_TRUE(dialogs.shown[0].text.contains("     Run: 2   Data File Name: RunB\r"));
+    EXPECT_EQ(rowColour(2), RnTblColorFileExists);
+    EXPECT_TRUE(frmORQ().cmdStartPauseResume->isEnabled());
+    EXPECT_TRUE(hostCommands().filter("ORQ_").isEmpty());
+
+    // The data folder grows by one level per check, as it always did: refresh it.
+    App.GlblDataDir = host->dataFolder();
+    dialogs.answerBox(BoxAnswer::No);  // start all the same
+    clickStartPauseResume();
+    EXPECT_NE(rowColour(2), RnTblColorFileExists);
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 3);
+}
+
+TEST_F(WalkTest, InvalidSubdirectoryKeepsTheTableIdle) {
+    startHost(0.1);
+    threeRows();
+    frmORQ().txtSubDir->setText(QString());
+    clickStartPauseResume();
+    EXPECT_EQ(App.GlblRunState, RunStateIdle);
+    EXPECT_EQ(dialogs.boxTitles(), QStringList{text(17260)});
+    EXPECT_EQ(dialogs.shown[0].text, text(17205));
+    EXPECT_TRUE(frmORQ().cmdStartPauseResume->isEnabled());
+    EXPECT_TRUE(hostCommands().isEmpty());
+}
+
+}  // namespace

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "TempFolder.h"
+
+#include <QProcess>
+#include <QStringList>
+#include <functional>
+
+namespace sidekin::test {
+
+// Serves events until done() holds or ms have passed; answers done().
+bool waitUntil(const std::function<bool()>& done, int ms = 10000);
+
+// The host simulator as a real process, with its own demo set, frame log and
+// zentrovar.ini in a temporary folder that also serves as the profile folder.
+class SimulatorProcess {
+public:
+    explicit SimulatorProcess(QStringList extraArguments = {});
+    ~SimulatorProcess();
+
+    bool started() const { return ready_; }
+    const QString& service() const { return service_; }
+    QString configFolder() const { return folder_.path(); }
+    QString dataFolder() const { return folder_.file("host/data/"); }
+
+    // A control line on the simulator's standard input, e.g. "show 01".
+    void control(const QString& line);
+    // The commands (Execute frames) the simulator received, in order, with their topics.
+    QStringList executed() const;
+    // Every frame received: "verb\ttopic\tname".
+    QStringList frames() const;
+
+private:
+    TempFolder folder_;
+    QProcess process_;
+    QString service_;
+    QByteArray out_;
+    bool ready_ = false;
+};
+
+}  // namespace sidekin::test
