@@ -19,14 +19,16 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <algorithm>
 #include <memory>
+#include <vector>
 
 namespace sidekin {
 
 namespace {
 
 std::unique_ptr<FrmOrq> instance;
-std::function<void(FrmOrq&)> wiring;
+std::vector<void (*)(FrmOrq&)> wirings;
 
 QRect twipsRect(int left, int top, int width, int height) {
     return {twipsToPixelsX(left), twipsToPixelsY(top), twipsToPixelsX(width),
@@ -159,13 +161,15 @@ FrmOrq& frmORQ() {
     if (!instance) {
         // Kept before Form_Load runs: events served inside it may touch the form.
         instance = std::make_unique<FrmOrq>();
-        if (wiring) wiring(*instance);
+        for (auto wire : wirings) wire(*instance);
         instance->Form_Load();
     }
     return *instance;
 }
 
-void setFrmOrqWiring(std::function<void(FrmOrq&)> wire) { wiring = std::move(wire); }
+void addFrmOrqWiring(void (*wire)(FrmOrq&)) {
+    if (std::find(wirings.begin(), wirings.end(), wire) == wirings.end()) wirings.push_back(wire);
+}
 
 bool frmORQLoaded() { return instance != nullptr; }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 class QComboBox;
 class QGroupBox;
@@ -66,8 +65,8 @@ private:
 // The one main window, created and loaded (Form_Load) at its first access.
 FrmOrq& frmORQ();
 // Called with the new form before its Form_Load, so its events are wired
-// whenever its first access happens.
-void setFrmOrqWiring(std::function<void(FrmOrq&)> wire);
+// whenever its first access happens. Each function is kept once.
+void addFrmOrqWiring(void (*wire)(FrmOrq&));
 bool frmORQLoaded();
 // Ends the form's life; tests start each case without one.
 void unloadFrmORQ();

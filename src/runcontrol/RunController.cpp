@@ -142,7 +142,7 @@ void wireRunButtons(FrmOrq& form) {
 
 void wireRunControl() {
     wireChangeEvent(*cpLinks().ddeRunEngineStatus, &DDERunEngineStatus_Change);
-    setFrmOrqWiring(&wireRunButtons);
+    addFrmOrqWiring(&wireRunButtons);
 }
 
 }  // namespace sidekin

@@ -8,6 +8,7 @@
 #include "StartupFetch.h"
 #include "RunControl.h"
 #include "StatusEvents.h"
+#include "SubDirectory.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Screen.h"
 #include "platform/WindowSystem.h"
@@ -22,6 +23,7 @@ void Main(const QString& commandLine) {
         ParseCommandLine(commandLine);
         wireStatusEvents();
         wireRunControl();
+        wireSubDirectoryEvents();
         OpenDDELinks();
 
         // Inside the host's "ViewMGR" child the window sits at the top; in the
