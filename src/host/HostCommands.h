@@ -43,13 +43,5 @@ inline const QString NameCheckVariable = QStringLiteral("ORQNameCheck");
 inline const QString NameCheckClose = QStringLiteral("Close #3");
 QString NameCheckDelete(const QString& folder, const QString& name);
 
-// Items the host publishes.
-inline const QString ItemDataPath = QStringLiteral("_DATAPATH$");
-inline const QString ItemInstPath = QStringLiteral("_INSTPATH$");
-inline const QString ItemMethPath = QStringLiteral("_METHPATH$");
-inline const QString ItemSystemStatus = QStringLiteral("GUISystemStatus$");
-inline const QString ItemStatusTime = QStringLiteral("GUIStatusTime$");
-inline const QString ItemRunEngineStatus = QStringLiteral("ORQ_RunEngineStatus$");
-inline const QString ItemShowOrq = QStringLiteral("ShowORQ$");
 
 }  // namespace sidekin::commands

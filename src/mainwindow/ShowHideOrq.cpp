@@ -2,7 +2,7 @@
 
 #include "AppState.h"
 #include "FrmOrq.h"
-#include "HostCommands.h"
+#include "HostItems.h"
 #include "LinkProtocol.h"
 #include "LinkTextBox.h"
 #include "platform/ErrorHandler.h"
@@ -36,7 +36,7 @@ void iNITddesHOWorq() {
         LinkTextBox& box = *frmORQ().ddeShowORQ;
         box.setLinkMode(LinkTextBox::None);
         box.LinkTopic = App.GlblDDEApp + QLatin1Char('|') + link::TopicNoWait;
-        box.LinkItem = commands::ItemShowOrq;
+        box.LinkItem = items::ShowOrq;
         box.setLinkMode(LinkTextBox::Manual);
         box.LinkRequest();
         box.setLinkMode(LinkTextBox::Automatic);

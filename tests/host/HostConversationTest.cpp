@@ -4,6 +4,7 @@
 
 #include "Conversation.h"
 #include "HostCommands.h"
+#include "HostItems.h"
 #include "HostConversation.h"
 #include "HostLinkFixture.h"
 #include "LinkTextBox.h"
@@ -229,7 +230,7 @@ TEST_F(HostConversationTest, UpdatesReadDuringAnOperationAreHandedOnAfterIt) {
 
 TEST_F(HostConversationTest, LoadMethodReturnsOnTheHostsLoadedReport) {
     FakeHost host(online);
-    host.reportOn("ORQ_LoadMethod DEF", commands::ItemRunEngineStatus, "LOADED|DEF");
+    host.reportOn("ORQ_LoadMethod DEF", items::RunEngine, "LOADED|DEF");
     openFeedWithStatusHandler();
     App.GlblMethodLoaded = 1;  // an old report: cleared before the send
     bool expired = false;
@@ -260,7 +261,7 @@ TEST_F(HostConversationTest, LoadMethodWaitsWithoutLimitServingEvents) {
 
 TEST_F(HostConversationTest, RunMethodWaitsForRunningOrFortyFiveSeconds) {
     FakeHost host(online);
-    host.reportOn("ORQ_HOST_START 1", commands::ItemRunEngineStatus, "RUNNING|1");
+    host.reportOn("ORQ_HOST_START 1", items::RunEngine, "RUNNING|1");
     host.failOn("ORQ_HOST_START 3", Fault::Refuse);
     openFeedWithStatusHandler();
     clock.stepPerWait = 1.0;

@@ -2,6 +2,7 @@
 #include <QLineEdit>
 
 #include "HostCommands.h"
+#include "HostItems.h"
 #include "HostLinkFixture.h"
 #include "LinkTextBox.h"
 #include "ShowHideOrq.h"
@@ -61,12 +62,12 @@ protected:
     }
 
     static void holdSixItems(FakeHost& host) {
-        host.setValue(cmd::ItemDataPath, "C:\\HOST\\DATA\\");
-        host.setValue(cmd::ItemInstPath, "/opt/host/1/inst.cfg");
-        host.setValue(cmd::ItemMethPath, "C:\\HOST\\METHODS\\DEF.M");
-        host.setValue(cmd::ItemSystemStatus, "Ready|Idle");
-        host.setValue(cmd::ItemStatusTime, "Idle|00:00");
-        host.setValue(cmd::ItemRunEngineStatus, "Idle");
+        host.setValue(items::DataPath, "C:\\HOST\\DATA\\");
+        host.setValue(items::InstPath, "/opt/host/1/inst.cfg");
+        host.setValue(items::MethPath, "C:\\HOST\\METHODS\\DEF.M");
+        host.setValue(items::SystemStatus, "Ready|Idle");
+        host.setValue(items::StatusTime, "Idle|00:00");
+        host.setValue(items::RunEngine, "Idle");
     }
 
     const std::vector<Shown> startupBox =
@@ -77,9 +78,9 @@ protected:
 TEST_F(ItemFeedTest, FillArrayListsTheSixItemsPathsFirst) {
     App.DDEItems[7] = "left alone";
     FillArray();
-    const QStringList expected{cmd::ItemDataPath,   cmd::ItemInstPath,
-                               cmd::ItemMethPath,   cmd::ItemSystemStatus,
-                               cmd::ItemStatusTime, cmd::ItemRunEngineStatus};
+    const QStringList expected{items::DataPath,   items::InstPath,
+                               items::MethPath,   items::SystemStatus,
+                               items::StatusTime, items::RunEngine};
     EXPECT_EQ(QStringList(App.DDEItems.begin(), App.DDEItems.begin() + 6), expected);
     EXPECT_EQ(App.DDEItems[6], "");
     EXPECT_EQ(App.DDEItems[7], "left alone");
@@ -135,11 +136,11 @@ TEST_F(ItemFeedTest, InstrumentPathGivesFolderAndIniFile) {
         {"inst.cfg", "", "ORQ.INI"},
     };
     for (const auto& c : cases) {
-        pushAndWait(host, cmd::ItemInstPath, c.value, cpLinks().txtInstPath);
+        pushAndWait(host, items::InstPath, c.value, cpLinks().txtInstPath);
         EXPECT_EQ(App.GlblInstDir, c.folder);
         EXPECT_EQ(App.GlblIniFile, c.iniFile);
     }
-    pushAndWait(host, cmd::ItemDataPath, "  /data/x.d", cpLinks().txtDataPath);
+    pushAndWait(host, items::DataPath, "  /data/x.d", cpLinks().txtDataPath);
     EXPECT_EQ(App.GlblDataDir, "/data/");
 }
 
@@ -152,17 +153,17 @@ TEST_F(ItemFeedTest, StatusValuesFillExactlyEightyCharactersAndRepeatsRaiseNothi
     int changed = 0;
     QObject::connect(status, &QLineEdit::textChanged, [&] { ++changed; });
 
-    pushAndWait(host, cmd::ItemSystemStatus, "Ready|Idle", status);
+    pushAndWait(host, items::SystemStatus, "Ready|Idle", status);
     EXPECT_EQ(status->text().size(), 80);
     const QString longValue = QString(100, u'x');
-    host.push(cmd::ItemSystemStatus, longValue);
+    host.push(items::SystemStatus, longValue);
     EXPECT_TRUE(serveUntil([&] { return status->text() == QString(80, u'x'); }));
     EXPECT_EQ(changed, 2);
 
     // Equal once cut: a notice comes, but the box does not change.
     for (const QString& same : {longValue, QString(90, u'x')}) {
         const int before = notices.count;
-        host.push(cmd::ItemSystemStatus, same);
+        host.push(items::SystemStatus, same);
         EXPECT_TRUE(serveUntil([&] { return notices.count > before; }));
         EXPECT_EQ(changed, 2);
     }
@@ -191,20 +192,20 @@ TEST_F(ItemFeedTest, WithoutHostNothingIsRequestedAndNoItemsArrive) {
         EXPECT_EQ(edit->text(), "") << edit->objectName().toStdString();
     EXPECT_EQ(App.GlblIniFile, "");
     QString buffer = "untouched";
-    EXPECT_EQ(itemfeed::GetDDEDataBuffer(cmd::ItemDataPath, buffer), 0);
-    EXPECT_EQ(itemfeed::DDE_Request(cmd::ItemDataPath), 0);
+    EXPECT_EQ(itemfeed::GetDDEDataBuffer(items::DataPath, buffer), 0);
+    EXPECT_EQ(itemfeed::DDE_Request(items::DataPath), 0);
 }
 
 TEST_F(ItemFeedTest, ShowOrqHotLinkShowsHidesAndEnds) {
     FakeHost host(online);
-    host.setValue(cmd::ItemShowOrq, "11");
+    host.setValue(items::ShowOrq, "11");
     iNITddesHOWorq();
     EXPECT_TRUE(frmORQ().isVisible());
     EXPECT_EQ(host.log(),
               QStringList({"1 Request CPNOWAIT ShowORQ$", "1 Advise CPNOWAIT ShowORQ$"}));
-    host.push(cmd::ItemShowOrq, "01");
+    host.push(items::ShowOrq, "01");
     EXPECT_TRUE(serveUntil([] { return !frmORQ().isVisible(); }));
-    host.push(cmd::ItemShowOrq, "00");
+    host.push(items::ShowOrq, "00");
     EXPECT_THROW(serveUntil([] { return false; }, 3000), ProgramEnded);
     EXPECT_TRUE(dialogs.shown.empty());
 }

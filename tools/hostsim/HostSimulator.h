@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HostItems.h"
 #include "HostScript.h"
 #include "LinkProtocol.h"
 #include "SimConfig.h"
@@ -36,15 +37,6 @@ public:
     virtual void watch(const QString& item) = 0;
 };
 
-namespace items {
-inline const QString DataPath = QStringLiteral("_DATAPATH$");
-inline const QString InstPath = QStringLiteral("_INSTPATH$");
-inline const QString MethPath = QStringLiteral("_METHPATH$");
-inline const QString SystemStatus = QStringLiteral("GUISystemStatus$");
-inline const QString StatusTime = QStringLiteral("GUIStatusTime$");
-inline const QString RunEngine = QStringLiteral("ORQ_RunEngineStatus$");
-inline const QString ShowOrq = QStringLiteral("ShowORQ$");
-}  // namespace items
 
 // The host: its items and variables, the command interpreter, the run engine
 // and the faults it can be told to make.

@@ -13,6 +13,7 @@
 #include <QFileInfo>
 
 using namespace sidekin::hostsim;
+namespace items = sidekin::items;
 using sidekin::test::TempFolder;
 
 namespace {

@@ -14,6 +14,7 @@
 #include <QtEndian>
 
 using namespace sidekin::hostsim;
+namespace items = sidekin::items;
 using sidekin::link::Frame;
 using sidekin::link::Verb;
 using sidekin::test::LinkClient;
