@@ -1,15 +1,25 @@
 #!/usr/bin/env bash
-# Sets up, builds and starts the front end the way the host starts it.
-# Without a display it runs in a virtual one for a few seconds.
+# Sets up, builds and starts the demo: the host simulator with its demo
+# instrument, and Sidekin started by it the way the host starts it.
+# Control lines typed here go to the simulator (see docs/host-simulator.md),
+# e.g. "show 01" hides the window, "show 00" ends Sidekin, "quit" ends the demo.
+# Without a display the demo runs in a virtual one for a short while.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-scripts/setup.sh
+scripts/setup.sh sidekin zentrovar-hostsim orqini
 build=$(realpath "${BUILD_DIR:-build}")
-demo=$(realpath docs/examples)
-export ZENTROVAR_CONFIG_DIR=${ZENTROVAR_CONFIG_DIR:-$demo}
-line="0|ZenDemo|\"$demo/\"|1|0"
+demo=${SIDEKIN_DEMO_DIR:-/tmp/sidekin-demo-$(id -u)}
+mkdir -p "$demo/config" "$demo/program"
+export ZENTROVAR_CONFIG_DIR="$demo/config"
+
+simulator=("$build/tools/hostsim/zentrovar-hostsim" --root "$demo/host" --write-ini
+           --run-seconds "${DEMO_RUN_SECONDS:-20}" --log "$demo/frames.log"
+           --program-dir "$demo/program" --launch "$build/src/app/startup/sidekin")
+echo "Host frames are logged to $demo/frames.log"
 if [ -n "${DISPLAY:-}" ]; then
-    exec "$build/src/app/startup/sidekin" "$line"
+    exec "${simulator[@]}"
 fi
-echo "No display: running in a virtual one for 5 seconds."
-timeout 5 xvfb-run -a "$build/src/app/startup/sidekin" "$line" || true
+echo "No display: running the demo in a virtual display for ${DEMO_SECONDS:-15} seconds."
+timeout "${DEMO_SECONDS:-15}" xvfb-run -a "${simulator[@]}" </dev/null || true
+echo "Frames the host received:"
+cat "$demo/frames.log"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs what the build needs (Debian 12) and configures and builds the project.
-# Cheap to repeat: packages already present are not fetched again.
+# Installs what the build needs (Debian 12) and configures and builds the project
+# (or only the targets named as arguments). Cheap to repeat: packages already
+# present are not fetched again, and the build is incremental.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -19,4 +20,6 @@ fi
 
 build=${BUILD_DIR:-build}
 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build "$build" -j"$(nproc)"
+targets=()
+for t in "$@"; do targets+=(--target "$t"); done
+cmake --build "$build" -j"$(nproc)" "${targets[@]}"

@@ -1,10 +1,12 @@
 #include "FileNameRules.h"
 
 #include "AppState.h"
+#include "FlexGridView.h"
 #include "FrmOrq.h"
 #include "HostCommands.h"
 #include "HostConversation.h"
 #include "LinkTextBox.h"
+#include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Keyboard.h"
 #include "platform/LegacyText.h"
@@ -55,6 +57,22 @@ bool IsValidFileName(QString& name) {
         }
         DDEexecute(link, commands::NameCheckClose);
         DDEexecute(link, commands::NameCheckDelete(App.GlblOrqDir, name));
+    });
+    return result;
+}
+
+bool FileNameUniqueToTable(const QString& name, const QString& mode) {
+    bool result = true;
+    handled("FileNameUniqueToTable", [&] {
+        const FlexGrid& grid = frmORQ().fgrdRunTable->grid();
+        const bool skipSelected = mode == QLatin1String("IgSelRow");
+        for (std::int16_t row = 1; row <= grid.Rows() - 1; row = add16(row, 1)) {
+            if (skipSelected && row == grid.RowSel()) continue;
+            if (grid.TextArray(grid.Cols() * row + 6) == name) {
+                result = false;
+                return;
+            }
+        }
     });
     return result;
 }

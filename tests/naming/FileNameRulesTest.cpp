@@ -1,4 +1,7 @@
 #include "FileNameRules.h"
+#include "FlexGridView.h"
+#include "FrmOrq.h"
+#include "RunTable.h"
 #include "StartupFixture.h"
 
 #include <QApplication>
@@ -93,6 +96,45 @@ TEST_F(FileNameTest, ReturnMovesTheFocusOnButOtherKeysPass) {
     EXPECT_EQ(key, 0);
     QApplication::processEvents();
     EXPECT_TRUE(second->hasFocus());
+}
+
+}  // namespace
+
+namespace {
+
+class UniqueToTableTest : public StartupFixture {
+protected:
+    void SetUp() override {
+        StartupFixture::SetUp();
+        unloadFrmORQ();
+        for (const char* name : {"RunA", "RunB", "RunC", "runb", ""})
+            grid().AddItem(QStringLiteral("0\tOil\tFAME\tS\tT\t1\t") + name);
+    }
+    void TearDown() override {
+        unloadFrmORQ();
+        StartupFixture::TearDown();
+    }
+    FlexGrid& grid() { return frmORQ().fgrdRunTable->grid(); }
+};
+
+TEST_F(UniqueToTableTest, ExactWholeNamesCollide) {
+    EXPECT_FALSE(FileNameUniqueToTable("RunB", "None"));
+    EXPECT_FALSE(FileNameUniqueToTable("runb", "None"));
+    EXPECT_TRUE(FileNameUniqueToTable("RUNB", "None"));
+    EXPECT_TRUE(FileNameUniqueToTable("Run", "None"));
+    EXPECT_FALSE(FileNameUniqueToTable("", "None"));  // the empty cell of row 5
+}
+
+TEST_F(UniqueToTableTest, IgSelRowSkipsOnlyTheSelectedRow) {
+    SelectRunTableRow(grid(), 3);
+    EXPECT_TRUE(FileNameUniqueToTable("RunC", "IgSelRow"));
+    EXPECT_FALSE(FileNameUniqueToTable("RunC", "None"));
+    EXPECT_FALSE(FileNameUniqueToTable("runb", "IgSelRow"));
+}
+
+TEST_F(UniqueToTableTest, AnEmptyTableHasRoomForEveryName) {
+    grid().setRows(1);
+    EXPECT_TRUE(FileNameUniqueToTable("RunA", "None"));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "AppState.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
+#include "FileNameRules.h"
 #include "G11n.h"
 #include "RunTable.h"
 #include "WalkFixture.h"
@@ -196,6 +197,28 @@ TEST_F(WalkTest, ExistingDataFilesAskFirst) {
     EXPECT_NE(rowColour(2), RnTblColorFileExists);
     ASSERT_TRUE(waitForIdle());
     EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 3);
+}
+
+TEST_F(WalkTest, UnknownInjectorIsToldAndRunsAsTheFront) {
+    startHost(0.1);
+    addRun("NOSUCH", 17044, "4", "Lost");
+    clickStartPauseResume();
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(dialogs.shown, (std::vector<Shown>{{Shown::Box, BoxStyle::ExclamationOk, text(17216),
+                                                  text(17266)}}));
+    EXPECT_TRUE(hostCommands().contains(
+        R"(ORQ_PrepareSingleRun "NOSUCH", 1, "S-Lost", 104, "Lost", "1.5", "", "", "", "")"));
+}
+
+TEST_F(WalkTest, TwoInjectorMethodSendsNothingAndTheWalkStands) {
+    startHost(0.1);
+    addRun("DUALINJ", 17044, "4", "Both");
+    clickStartPauseResume();
+    EXPECT_EQ(App.GlblRunState, RunStateRunning);
+    ASSERT_EQ(dialogs.shown.size(), 1u);
+    EXPECT_EQ(dialogs.shown[0].text, ReplaceString(text(17218), "<NAME>", "DUALINJ"));
+    EXPECT_TRUE(hostCommands().filter("ORQ_PrepareSingleRun").isEmpty());
+    EXPECT_TRUE(hostCommands().filter("ORQ_HOST_START").isEmpty());
 }
 
 TEST_F(WalkTest, InvalidSubdirectoryKeepsTheTableIdle) {
