@@ -65,10 +65,10 @@ FrmOrq::FrmOrq() {
     fraRunTableControl = place<QGroupBox>(this, "fraRunTableControl", 7245, 90, 3510, 975);
     fraRunTableControl->setTitle(QStringLiteral("Run Table Control"));
 
-    lblCurrentRun = place<QLabel>(fraRunStatus, "lblCurrentRun", 120, 300, 3315, 255);
-    lblStatusTime = place<QLabel>(fraRunStatus, "lblStatusTime", 120, 600, 3315, 255);
-    lblSysStatusReady = place<QLabel>(fraSystemStatus, "lblSysStatusReady", 120, 300, 2910, 255);
-    lblSysStatusMethod = place<QLabel>(fraSystemStatus, "lblSysStatusMethod", 120, 600, 2910, 255);
+    lblCurrentRun = place<QLabel>(fraRunStatus, "lblCurrentRun", 120, 240, 3315, 300);
+    lblStatusTime = place<QLabel>(fraRunStatus, "lblStatusTime", 120, 585, 3315, 300);
+    lblSysStatusReady = place<QLabel>(fraSystemStatus, "lblSysStatusReady", 120, 240, 2910, 300);
+    lblSysStatusMethod = place<QLabel>(fraSystemStatus, "lblSysStatusMethod", 120, 585, 2910, 300);
     cmdStartPauseResume = place<QPushButton>(fraRunTableControl, "cmdStartPauseResume",
                                              QStringLiteral("&Start"), 240, 330, 1440, 420);
     cmdStop = place<QPushButton>(fraRunTableControl, "cmdStop", QStringLiteral("Sto&p"), 1830,
@@ -82,6 +82,9 @@ FrmOrq::FrmOrq() {
     lblSubDir = place<QLabel>(this, "lblSubDir", QStringLiteral("Data S&ubdirectory :"), 6120,
                               1215, 1650, 255);
     txtSubDir = place<QLineEdit>(this, "txtSubDir", 7800, 1170, 3225, 315);
+    // The captions carry access keys that move to the field beside them.
+    lblOperator->setBuddy(cboOperator);
+    lblSubDir->setBuddy(txtSubDir);
 
     lblAdjRunOrder = place<QLabel>(this, "lblAdjRunOrder",
                                    QStringLiteral("   Adjust  Run   Order"), 60, 1530, 780, 735);
@@ -115,6 +118,8 @@ FrmOrq::FrmOrq() {
                               txtSampleLoc})
         hidden->hide();
     connect(ddeShowORQ, &QLineEdit::textChanged, this, &FrmOrq::ddeShowORQ_Change);
+    // Captions start at the top left, so a host text with a line end keeps its first line in view.
+    for (QLabel* label : findChildren<QLabel*>()) label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
 
 void FrmOrq::ddeShowORQ_Change() {
