@@ -1,4 +1,5 @@
 #include "AppState.h"
+#include "CPLinks.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
 #include "FileNameRules.h"
@@ -6,7 +7,9 @@
 #include "RunTable.h"
 #include "WalkFixture.h"
 
+#include <QColor>
 #include <QComboBox>
+#include <QPalette>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -197,6 +200,27 @@ TEST_F(WalkTest, ExistingDataFilesAskFirst) {
     EXPECT_NE(rowColour(2), RnTblColorFileExists);
     ASSERT_TRUE(waitForIdle());
     EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 3);
+}
+
+TEST_F(WalkTest, StatusAndTimeLabelsFollowTheHostDuringAWalk) {
+    startHost(2.0);
+    addRun("FRONTSTD", 17044, "1", "Timed");
+    QLabel& time = *frmORQ().lblStatusTime;
+    QLabel& ready = *frmORQ().lblSysStatusReady;
+    EXPECT_EQ(ready.text(), "Ready");
+    host->control("set GUIStatusTime$ Elapsed|0.5|min");
+    ASSERT_TRUE(waitUntil([] { return cpLinks().ddeStatusTime->text().contains("0.5"); }));
+    EXPECT_TRUE(time.text().isEmpty());  // standing still while idle
+
+    clickStartPauseResume();
+    // The host's line end stays behind the last field's text, as it always did.
+    EXPECT_TRUE(waitUntil([&] {
+        return ready.text() == "Run in Progress" && time.text() == "Elapsed: 0.0 min\r\n";
+    }, 1500));
+    EXPECT_EQ(ready.palette().color(QPalette::Window), QColor(255, 255, 0));  // SysYellow
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(ready.text(), "Ready");
+    EXPECT_TRUE(time.text().isEmpty());  // the walk's end clears it
 }
 
 TEST_F(WalkTest, UnknownInjectorIsToldAndRunsAsTheFront) {
