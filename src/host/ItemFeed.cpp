@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QTimer>
 #include <QStringList>
 #include <QWidget>
 #include <algorithm>
@@ -105,7 +106,9 @@ std::int16_t GetDDEDataBuffer(const QString& item, QString& buffer) {
 void noticeServed(int index) {
     if (feed().noticeOut != index) return;
     feed().noticeOut = -1;
-    sendNextNotice();
+    // At the next turn of the event loop: a wait that the served notice ended
+    // returns first, so back-to-back reports do not nest one wait in another.
+    QTimer::singleShot(0, &sendNextNotice);
 }
 
 void reset() { feed() = Feed{}; }
