@@ -25,7 +25,9 @@ struct Feed {
     QString topic;
     std::unique_ptr<link::Conversation> conversation;
     QStringList announced;
-    std::map<QString, QString> newest;
+    // Values not yet read, oldest first, and the value read last.
+    std::map<QString, std::deque<QString>> queued;
+    std::map<QString, QString> current;
     std::deque<int> pending;
     int noticeOut = -1;  // index of the notice posted and not yet read
 };
@@ -53,13 +55,16 @@ void sendNextNotice() {
                                                     QString(QChar(index))));
 }
 
+// Every change gets its notice and is read in turn, so a quick "RUNNING" is not
+// lost behind the "Completed" that follows it.
 void deliver(const QString& item, const QString& value) {
-    feed().newest[item] = value;
     const int index = static_cast<int>(feed().announced.indexOf(item));
-    if (index < 0) return;
-    // One notice per item is enough: it reads the newest value when served.
-    if (std::find(feed().pending.begin(), feed().pending.end(), index) == feed().pending.end())
-        feed().pending.push_back(index);
+    if (index < 0) {
+        feed().current[item] = value;
+        return;
+    }
+    feed().queued[item].push_back(value);
+    feed().pending.push_back(index);
     sendNextNotice();
 }
 
@@ -98,8 +103,12 @@ std::int16_t DDE_Request(const QString& item) {
 
 std::int16_t GetDDEDataBuffer(const QString& item, QString& buffer) {
     noticeServed(static_cast<int>(feed().announced.indexOf(item)));
-    auto it = feed().newest.find(item);
-    buffer = it == feed().newest.end() ? QString() : it->second.left(MaxValueChars);
+    std::deque<QString>& waiting = feed().queued[item];
+    if (!waiting.empty()) {
+        feed().current[item] = waiting.front();
+        waiting.pop_front();
+    }
+    buffer = feed().current[item].left(MaxValueChars);
     return static_cast<std::int16_t>(buffer.size());
 }
 
