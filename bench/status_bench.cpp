@@ -186,8 +186,7 @@ int main(int argc, char** argv) {
                     100.0 * p.hostCpu / wall, keptUp ? "yes" : "no");
     }
     std::printf(
-        "seen: values the label showed (the item feed hands on only the newest value of an\n"
-        "item, so values that arrive while a notice is pending are skipped by design);\n"
+        "seen: values the label showed (the item feed hands on every change in turn);\n"
         "latency: line written to the simulator -> label text set, over the values seen;\n"
         "backlog: values sent after the last one shown, at the moment sending stopped;\n"
         "last: whether the last value reached the label within %d ms (drain: how long);\n"
