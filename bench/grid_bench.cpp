@@ -1,12 +1,11 @@
 // Times the grid operations the run table uses, at 10,000 and 32,767 rows,
 // on the grid alone and with its Qt model and view attached.
+#include "BenchSupport.h"
 #include "FlexGrid.h"
 #include "FlexGridView.h"
 #include "RunTable.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <chrono>
 #include <cstdio>
 #include <functional>
@@ -94,13 +93,7 @@ void print(int rows, const char* variant, const Figures& f) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
-        const QString runtime = QDir::temp().filePath(QStringLiteral("sidekin-bench-runtime"));
-        QDir().mkpath(runtime);
-        QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv("XDG_RUNTIME_DIR", runtime.toUtf8());
-    }
+    sidekin::bench::prepareEnvironment();
     QApplication app(argc, argv);
     std::printf("Run table grid: rows include the header row; times in milliseconds unless noted.\n");
     std::printf("%6s  %-11s %9s %8s %10s %10s %10s %11s %11s\n", "rows", "variant", "append",
