@@ -1,13 +1,10 @@
 #include "BenchSupport.h"
 
-#include "AppState.h"
-#include "CPLinks.h"
-#include "FrmOrq.h"
-#include "ItemFeed.h"
-#include "Nls.h"
-#include "RunControl.h"
-#include "StartupFetch.h"
-#include "StatusEvents.h"
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -21,14 +18,18 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
-#include <cstdio>
-#include <fcntl.h>
-#include <numeric>
 #include <csignal>
-#include <sys/prctl.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <cstdio>
+#include <numeric>
+
+#include "AppState.h"
+#include "CPLinks.h"
+#include "FrmOrq.h"
+#include "ItemFeed.h"
+#include "Nls.h"
+#include "RunControl.h"
+#include "StartupFetch.h"
+#include "StatusEvents.h"
 
 namespace sidekin::bench {
 
@@ -59,7 +60,8 @@ void EventWait::poke() {
 }
 
 void EventWait::pokeLater() {
-    QMetaObject::invokeMethod(&loop_, [this] { poke(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &loop_, [this] { poke(); }, Qt::QueuedConnection);
 }
 
 bool EventWait::run(int ms) {
@@ -208,9 +210,12 @@ bool ProgramSession::connect(const HostProcess& host, bool showWindow) {
     wireStatusEvents();
     wireRunControl();
     OpenDDELinks();
-    if (!serveUntil([] { return !App.GlblIniFile.isEmpty() && !App.GlblDataDir.isEmpty() &&
-                                frmORQLoaded() && frmORQ().cboOperator->count() > 0; },
-                    10000))
+    if (!serveUntil(
+            [] {
+                return !App.GlblIniFile.isEmpty() && !App.GlblDataDir.isEmpty() && frmORQLoaded() &&
+                       frmORQ().cboOperator->count() > 0;
+            },
+            10000))
         return false;
     FrmOrq& form = frmORQ();
     form.cboOperator->setCurrentIndex(0);

@@ -2,8 +2,6 @@
 
 // What the benchmarks against the host simulator share: the simulator as a
 // process, the program's link and main window on it, and small measuring tools.
-#include "OperatorDialogs.h"
-
 #include <QEventLoop>
 #include <QProcess>
 #include <QStringList>
@@ -11,6 +9,8 @@
 #include <chrono>
 #include <functional>
 #include <vector>
+
+#include "OperatorDialogs.h"
 
 namespace sidekin::bench {
 
@@ -55,7 +55,8 @@ public:
     ~QuietDialogs() override;
 
     BoxAnswer messageBox(BoxStyle style, const QString& text, const QString& title) override;
-    QString inputBox(const QString& prompt, const QString& title, const QString& defaultText) override;
+    QString inputBox(const QString& prompt, const QString& title,
+                     const QString& defaultText) override;
     void showModal(QWidget&) override {}
     bool openDocument(const QString&, const QString&) override { return false; }
     bool showHelp(const QString&, const QString&) override { return false; }

@@ -1,5 +1,9 @@
 // Round trips of host requests over the link, and the processor time the
 // program uses while it waits for a run to start, against a real simulator.
+#include <QApplication>
+#include <QLineEdit>
+#include <cstdio>
+
 #include "AppState.h"
 #include "BenchSupport.h"
 #include "CPLinks.h"
@@ -11,10 +15,6 @@
 #include "LinkTextBox.h"
 #include "platform/Clock.h"
 #include "platform/RuntimeError.h"
-
-#include <QApplication>
-#include <QLineEdit>
-#include <cstdio>
 
 using namespace sidekin;
 using namespace sidekin::bench;
@@ -31,8 +31,8 @@ double micros(Steady::time_point from, Steady::time_point to) {
 }
 
 void printRow(const char* what, const Stats& s) {
-    std::printf("  %-44s %6zu %8.1f %8.1f %8.1f %8.1f %8.1f\n", what, s.count, s.min, s.median, s.p99,
-                s.max, s.mean);
+    std::printf("  %-44s %6zu %8.1f %8.1f %8.1f %8.1f %8.1f\n", what, s.count, s.min, s.median,
+                s.p99, s.max, s.mean);
 }
 
 // The system clock, except that the first reading after arm() lies back by
@@ -112,7 +112,8 @@ int main(int argc, char** argv) {
             for (int i = 0; i < KeptRequests; ++i) {
                 const auto t0 = Steady::now();
                 try {
-                    value = conversation->request(link::TopicWait, QStringLiteral("ShowORQ$"), 60000);
+                    value =
+                        conversation->request(link::TopicWait, QStringLiteral("ShowORQ$"), 60000);
                 } catch (const RuntimeError&) {
                     ++failures;
                 }
@@ -158,12 +159,13 @@ int main(int argc, char** argv) {
             printRow("DDERequest (fresh conversation each time)", summarize(times));
             value = box.text();
         }
-        std::printf("  last value \"%s\"; failed requests %d; boxes other than the start-up one %lld\n\n",
-                    qPrintable(value), failures,
-                    static_cast<long long>(session.dialogs.unexpected.size()));
+        std::printf(
+            "  last value \"%s\"; failed requests %d; boxes other than the start-up one %lld\n\n",
+            qPrintable(value), failures, static_cast<long long>(session.dialogs.unexpected.size()));
     }
 
-    std::printf("Processor time while waiting %.0f s (item feed open, main window shown):\n", WaitSeconds);
+    std::printf("Processor time while waiting %.0f s (item feed open, main window shown):\n",
+                WaitSeconds);
     std::printf("  %-44s %7s %8s %8s %6s %6s %9s\n", "", "wall s", "cpu s", "of core", "status",
                 "time", "host cpu");
     {
@@ -200,9 +202,10 @@ int main(int argc, char** argv) {
         printWait("run in progress, DDEExecute_RunMethod", running);
         std::printf("  RUNNING never comes (--no-running); the wait is cut from 45 s to %.0f s.\n",
                     WaitSeconds);
-        std::printf("  status/time: values of GUISystemStatus$ / GUIStatusTime$ received meanwhile;\n"
-                    "  the simulator publishes the elapsed time every 250 ms, as it changes\n"
-                    "  (one decimal of minutes, so every 6 s).\n");
+        std::printf(
+            "  status/time: values of GUISystemStatus$ / GUIStatusTime$ received meanwhile;\n"
+            "  the simulator publishes the elapsed time every 250 ms, as it changes\n"
+            "  (one decimal of minutes, so every 6 s).\n");
         std::printf("  boxes other than the start-up one: %lld\n",
                     static_cast<long long>(session.dialogs.unexpected.size()));
     }

@@ -1,11 +1,5 @@
 // Latency from the simulator publishing a system status to the main window's
 // label showing it, at rising rates; and the program's cost of one update.
-#include "AppState.h"
-#include "BenchSupport.h"
-#include "CPLinks.h"
-#include "FrmOrq.h"
-#include "StatusDisplay.h"
-
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,6 +8,12 @@
 #include <cstdio>
 #include <memory>
 #include <thread>
+
+#include "AppState.h"
+#include "BenchSupport.h"
+#include "CPLinks.h"
+#include "FrmOrq.h"
+#include "StatusDisplay.h"
 
 using namespace sidekin;
 using namespace sidekin::bench;
@@ -117,24 +117,26 @@ Phase runPhase(HostProcess& host, LabelWatch& watch, int rate, int& next) {
 void updateCost() {
     constexpr int Updates = 2000;
     QLineEdit& box = *cpLinks().ddeSystemStatus;
-    auto value = [](int n) {
-        return QStringLiteral("1|0|SysGreen|Ready|MthGreen|Cost %1").arg(n);
-    };
+    auto value = [](int n) { return QStringLiteral("1|0|SysGreen|Ready|MthGreen|Cost %1").arg(n); };
     auto t0 = Steady::now();
     for (int i = 0; i < Updates; ++i) box.setText(value(i));
-    const double handlerUs = std::chrono::duration<double, std::micro>(Steady::now() - t0).count() / Updates;
+    const double handlerUs =
+        std::chrono::duration<double, std::micro>(Steady::now() - t0).count() / Updates;
     serveUntil([] { return false; }, 0);
     t0 = Steady::now();
     for (int i = 0; i < Updates; ++i) {
         box.setText(value(Updates + i));
         QCoreApplication::processEvents();
     }
-    const double withPaintUs = std::chrono::duration<double, std::micro>(Steady::now() - t0).count() / Updates;
+    const double withPaintUs =
+        std::chrono::duration<double, std::micro>(Steady::now() - t0).count() / Updates;
     t0 = Steady::now();
     for (int i = 0; i < Updates; ++i)
-        UpdateSystemStatus(i % 2 ? QStringLiteral("1|0|SysYellow|Run in Progress|MthGreen|Data Acquisition")
-                                 : QStringLiteral("1|0|SysGreen|Ready|MthGreen|Waiting for Injection"));
-    const double updateUs = std::chrono::duration<double, std::micro>(Steady::now() - t0).count() / Updates;
+        UpdateSystemStatus(
+            i % 2 ? QStringLiteral("1|0|SysYellow|Run in Progress|MthGreen|Data Acquisition")
+                  : QStringLiteral("1|0|SysGreen|Ready|MthGreen|Waiting for Injection"));
+    const double updateUs =
+        std::chrono::duration<double, std::micro>(Steady::now() - t0).count() / Updates;
     std::printf("\nCost of one update inside the program (%d each, main window shown):\n", Updates);
     std::printf("  UpdateSystemStatus alone:                       %8.1f us\n", updateUs);
     std::printf("  box change event (DDESystemStatus_Change):      %8.1f us\n", handlerUs);
@@ -169,9 +171,10 @@ int main(int argc, char** argv) {
     }
     ++next;
 
-    std::printf("System status from the simulator's control input to lblSysStatusMethod\n"
-                "(set GUISystemStatus$ ...|Waiting <n>, distinct values, %.0f s per rate).\n",
-                PhaseSeconds);
+    std::printf(
+        "System status from the simulator's control input to lblSysStatusMethod\n"
+        "(set GUISystemStatus$ ...|Waiting <n>, distinct values, %.0f s per rate).\n",
+        PhaseSeconds);
     std::printf("%6s %6s %6s %8s %8s %8s %8s %8s %7s %6s %9s %7s %8s\n", "rate/s", "sent", "seen",
                 "min ms", "med ms", "p99 ms", "max ms", "backlog", "last", "drain", "cpu % core",
                 "host %", "kept up");
@@ -179,7 +182,8 @@ int main(int argc, char** argv) {
     for (int rate : rates) {
         const Phase p = runPhase(host, *watch, rate, next);
         const double wall = p.sendSeconds + p.drainMs / 1000.0;
-        const bool keptUp = p.lastShown && p.backlog <= std::max(1, rate / 100) && p.latency.p99 < 100.0;
+        const bool keptUp =
+            p.lastShown && p.backlog <= std::max(1, rate / 100) && p.latency.p99 < 100.0;
         std::printf("%6d %6d %6d %8.2f %8.2f %8.2f %8.2f %8d %7s %5.0fms %9.2f %7.2f %8s\n", p.rate,
                     p.sent, p.seen, p.latency.min, p.latency.median, p.latency.p99, p.latency.max,
                     p.backlog, p.lastShown ? "shown" : "MISSING", p.drainMs, 100.0 * p.cpu / wall,

@@ -1,6 +1,17 @@
 // The program's own cost of a walk through the run table against a simulator
 // whose runs take no time; the check for existing data files; and the
 // processor time while a run is in progress and the program only waits.
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
 #include "AppState.h"
 #include "BenchSupport.h"
 #include "CPLinks.h"
@@ -9,17 +20,6 @@
 #include "FrmOrq.h"
 #include "G11n.h"
 #include "RunTable.h"
-
-#include <QApplication>
-#include <QDir>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <cstdio>
-#include <algorithm>
-#include <cstdlib>
-#include <cstring>
-#include <cstdint>
 
 using namespace sidekin;
 using namespace sidekin::bench;
@@ -38,11 +38,16 @@ void fillTable(int rows) {
     const QString back = GetResourceString(17045);
     for (int row = 1; row <= rows; ++row) {
         const bool isFront = row % 2;
-        const QStringList cells{QString::number(row), QStringLiteral("Diesel"),
+        const QStringList cells{QString::number(row),
+                                QStringLiteral("Diesel"),
                                 isFront ? QStringLiteral("FRONTSTD") : QStringLiteral("BACKSTD"),
-                                QStringLiteral("S-") + dataFileName(row), isFront ? front : back,
-                                isFront ? QStringLiteral("5") : QStringLiteral("7"), dataFileName(row),
-                                QStringLiteral("1.5"), QString(), QString()};
+                                QStringLiteral("S-") + dataFileName(row),
+                                isFront ? front : back,
+                                isFront ? QStringLiteral("5") : QStringLiteral("7"),
+                                dataFileName(row),
+                                QStringLiteral("1.5"),
+                                QString(),
+                                QString()};
         grid.AddItem(cells.join(QLatin1Char('\t')));
     }
 }
@@ -50,16 +55,16 @@ void fillTable(int rows) {
 struct Walk {
     int rows = 0;
     bool finished = false;
-    int completed = 0;        // rows coloured as completed
-    int hostStarts = 0;       // ORQ_HOST_START frames the simulator received
-    double walk = 0;          // Start to the walk's end (idle again)
-    double clickReturn = 0;   // Start to the return of the Start click
-    double total = 0;         // Start to the end of the outermost wait (stack unwound)
-    int runningSeen = 0;      // RUNNING values the program read
+    int completed = 0;       // rows coloured as completed
+    int hostStarts = 0;      // ORQ_HOST_START frames the simulator received
+    double walk = 0;         // Start to the walk's end (idle again)
+    double clickReturn = 0;  // Start to the return of the Start click
+    double total = 0;        // Start to the end of the outermost wait (stack unwound)
+    int runningSeen = 0;     // RUNNING values the program read
     double cpu = 0;
-    Stats perRun;             // seconds between one Completed and the next
-    int depth = 0;            // deepest nesting of run engine events
-    double stackKb = 0;       // stack taken by that nesting
+    Stats perRun;        // seconds between one Completed and the next
+    int depth = 0;       // deepest nesting of run engine events
+    double stackKb = 0;  // stack taken by that nesting
     int unexpectedBoxes = 0;
 };
 
@@ -75,7 +80,8 @@ Walk walk(int rows, int limitSeconds) {
     QObject hook;
     QObject::connect(cpLinks().ddeRunEngineStatus, &QLineEdit::textChanged, &hook,
                      [&](const QString& value) {
-                         if (value.startsWith(QLatin1String("Completed"))) completions.push_back(Steady::now());
+                         if (value.startsWith(QLatin1String("Completed")))
+                             completions.push_back(Steady::now());
                          if (value.startsWith(QLatin1String("RUNNING"))) ++w.runningSeen;
                          const auto here = reinterpret_cast<std::uintptr_t>(&value);
                          if (++nesting == 1) outermost = here;
@@ -92,7 +98,8 @@ Walk walk(int rows, int limitSeconds) {
     EventWait idle([] { return App.GlblRunState == RunStateIdle; });
     QObject::connect(cpLinks().ddeRunEngineStatus, &QLineEdit::textChanged, &hook, [&] {
         --nesting;
-        if (App.GlblRunState == RunStateIdle && idleAt == Steady::time_point{}) idleAt = Steady::now();
+        if (App.GlblRunState == RunStateIdle && idleAt == Steady::time_point{})
+            idleAt = Steady::now();
         idle.poke();
     });
 
@@ -124,11 +131,12 @@ Walk walk(int rows, int limitSeconds) {
 }
 
 void printWalk(const Walk& w) {
-    std::printf("%6d %4s %7.2f %6.0f %9.3f %6.2f %6.2f %6.2f %6.1f %7.2f %7.2f %6d %6d %6d %5d %7.0f %3d\n",
-                w.rows, w.finished ? "yes" : "NO", w.walk, w.completed / w.walk,
-                w.walk * 1000.0 / w.rows, w.cpu * 1000.0 / w.rows, w.perRun.median * 1000.0,
-                w.perRun.p99 * 1000.0, w.perRun.max * 1000.0, w.clickReturn, w.total, w.completed,
-                w.hostStarts, w.runningSeen, w.depth, w.stackKb, w.unexpectedBoxes);
+    std::printf(
+        "%6d %4s %7.2f %6.0f %9.3f %6.2f %6.2f %6.2f %6.1f %7.2f %7.2f %6d %6d %6d %5d %7.0f %3d\n",
+        w.rows, w.finished ? "yes" : "NO", w.walk, w.completed / w.walk, w.walk * 1000.0 / w.rows,
+        w.cpu * 1000.0 / w.rows, w.perRun.median * 1000.0, w.perRun.p99 * 1000.0,
+        w.perRun.max * 1000.0, w.clickReturn, w.total, w.completed, w.hostStarts, w.runningSeen,
+        w.depth, w.stackKb, w.unexpectedBoxes);
 }
 
 void dataFileCheck() {
@@ -142,7 +150,8 @@ void dataFileCheck() {
     QTemporaryDir data;
     const QString folder = data.filePath(QStringLiteral("Batch7"));
     QDir().mkpath(folder);
-    for (int row = 10; row <= Rows; row += 10) QDir().mkdir(folder + u'/' + dataFileName(row) + ".d");
+    for (int row = 10; row <= Rows; row += 10)
+        QDir().mkdir(folder + u'/' + dataFileName(row) + ".d");
 
     std::vector<double> times;
     int reported = 0;
@@ -156,8 +165,9 @@ void dataFileCheck() {
         reported = static_cast<int>(report.count(QLatin1Char('\r')));
     }
     const Stats s = summarize(times);
-    std::printf("\nDataFileExits over %d rows, %d existing data files, main window shown (%d calls):\n",
-                Rows, Rows / 10, Calls);
+    std::printf(
+        "\nDataFileExits over %d rows, %d existing data files, main window shown (%d calls):\n",
+        Rows, Rows / 10, Calls);
     std::printf("  per call: median %.1f ms, max %.1f ms; per row %.2f us; files reported %d\n",
                 s.median * 1000.0, s.max * 1000.0, s.median * 1e6 / Rows, reported);
 }
@@ -170,9 +180,11 @@ void waitingRun() {
     fillTable(1);
     int timeValues = 0;
     QObject hook;
-    QObject::connect(cpLinks().ddeStatusTime, &QLineEdit::textChanged, &hook, [&] { ++timeValues; });
+    QObject::connect(cpLinks().ddeStatusTime, &QLineEdit::textChanged, &hook,
+                     [&] { ++timeValues; });
     EventWait idle([] { return App.GlblRunState == RunStateIdle; });
-    QObject::connect(cpLinks().ddeRunEngineStatus, &QLineEdit::textChanged, &hook, [&] { idle.poke(); });
+    QObject::connect(cpLinks().ddeRunEngineStatus, &QLineEdit::textChanged, &hook,
+                     [&] { idle.poke(); });
     const double cpu0 = cpuSeconds();
     const auto t0 = Steady::now();
     frmORQ().cmdStartPauseResume->click();
@@ -183,12 +195,14 @@ void waitingRun() {
     const double cpu = cpuSeconds() - cpu0;
     const double waitWall = seconds(started, Steady::now());
     const double waitCpu = cpuSeconds() - cpuStarted;
-    std::printf("\nOne run of %d s (--run-seconds %d), main window shown:\n", RunSeconds, RunSeconds);
+    std::printf("\nOne run of %d s (--run-seconds %d), main window shown:\n", RunSeconds,
+                RunSeconds);
     std::printf("  Start to idle: %.2f s wall, %.3f s cpu (%.2f%% of a core)%s\n", wall, cpu,
                 100.0 * cpu / wall, finished ? "" : "  NOT FINISHED");
-    std::printf("  of which waiting for the end of the run: %.2f s wall, %.3f s cpu (%.3f%% of a core);\n"
-                "  %d time values received\n",
-                waitWall, waitCpu, 100.0 * waitCpu / waitWall, timeValues);
+    std::printf(
+        "  of which waiting for the end of the run: %.2f s wall, %.3f s cpu (%.3f%% of a core);\n"
+        "  %d time values received\n",
+        waitWall, waitCpu, 100.0 * waitCpu / waitWall, timeValues);
 }
 
 }  // namespace
@@ -209,11 +223,12 @@ int main(int argc, char** argv) {
     }
     prepareEnvironment();
     QApplication app(argc, argv);
-    std::printf("Walks through the run table against zentrovar-hostsim --run-seconds 0\n"
-                "(the front end's own overhead; main window shown, offscreen).\n");
-    std::printf("%6s %4s %7s %6s %9s %6s %6s %6s %6s %7s %7s %6s %6s %6s %5s %7s %3s\n", "rows", "done",
-                "walk s", "runs/s", "s/1000 rw", "cpu ms", "run ms", "p99", "max", "click s",
-                "unwound", "green", "starts", "RUNNING", "depth", "stack KB", "box");
+    std::printf(
+        "Walks through the run table against zentrovar-hostsim --run-seconds 0\n"
+        "(the front end's own overhead; main window shown, offscreen).\n");
+    std::printf("%6s %4s %7s %6s %9s %6s %6s %6s %6s %7s %7s %6s %6s %6s %5s %7s %3s\n", "rows",
+                "done", "walk s", "runs/s", "s/1000 rw", "cpu ms", "run ms", "p99", "max",
+                "click s", "unwound", "green", "starts", "RUNNING", "depth", "stack KB", "box");
     for (int rows : sizes) printWalk(walk(rows, 90 + rows / 100));
     if (!full) std::printf("(10,000 rows: run with --full)\n");
     std::printf(

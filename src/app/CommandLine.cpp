@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include <optional>
+
 #include "AppState.h"
 #include "G11n.h"
 #include "Profile.h"
@@ -10,8 +12,6 @@
 #include "platform/LegacyText.h"
 #include "platform/ProfileFile.h"
 #include "platform/WindowSystem.h"
-
-#include <optional>
 
 namespace sidekin {
 
@@ -85,7 +85,8 @@ int testServiceBuffer(const QString& buffer) {
 
 void readServiceKey(const QString& section, const QString& key, QString& buffer) {
     QString value;
-    const int count = GetPrivateProfileStringA(section, key, QString(5, u' '), value, 19, HostIniFile);
+    const int count =
+        GetPrivateProfileStringA(section, key, QString(5, u' '), value, 19, HostIniFile);
     buffer.replace(0, count + 1, value.left(count) + QChar(u'\0'));
 }
 
@@ -103,7 +104,8 @@ void lookUpService() {
     }
     if (testServiceBuffer(buffer) == 0) {
         App.GlblDDEApp.clear();
-        dialogs().messageBox(BoxStyle::Critical, GetResourceString(17217), GetResourceString(17266));
+        dialogs().messageBox(BoxStyle::Critical, GetResourceString(17217),
+                             GetResourceString(17266));
         endProgram();
     }
 }
@@ -115,14 +117,20 @@ void ParseCommandLine(const QString& commandLine) {
         QString cmd = Trim(commandLine);
         parseHandle(cmd);
 
-        if (auto service = takeField(cmd)) App.GlblDDEApp = *service;
-        else lookUpService();
+        if (auto service = takeField(cmd))
+            App.GlblDDEApp = *service;
+        else
+            lookUpService();
 
-        if (auto folder = takeField(cmd)) App.GlblOrqDir = Mid(*folder, 2, folder->size() - 2);
-        else App.GlblOrqDir = DefaultOrqDir;
+        if (auto folder = takeField(cmd))
+            App.GlblOrqDir = Mid(*folder, 2, folder->size() - 2);
+        else
+            App.GlblOrqDir = DefaultOrqDir;
 
-        if (auto instrument = takeField(cmd)) App.GlblInstrument = CInt(Trim(*instrument));
-        else App.GlblInstrument = 1;
+        if (auto instrument = takeField(cmd))
+            App.GlblInstrument = CInt(Trim(*instrument));
+        else
+            App.GlblInstrument = 1;
 
         App.GlblOffline = cmd.isEmpty() ? QStringLiteral("0") : Trim(cmd);
     });

@@ -13,7 +13,8 @@ void NLSInitialization() {
         const std::int16_t task = NLSTaskInit();
         const std::int16_t table = NLSInit(App.GlblNlsHandle);
         if (task == 0 || table == 0)
-            dialogs().messageBox(BoxStyle::Critical, QStringLiteral("Error in loading NLSLibraries"),
+            dialogs().messageBox(BoxStyle::Critical,
+                                 QStringLiteral("Error in loading NLSLibraries"),
                                  QStringLiteral("Error"));
     });
 }

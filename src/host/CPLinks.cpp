@@ -1,15 +1,15 @@
 #include "CPLinks.h"
 
+#include <QFormLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <memory>
+
 #include "AppState.h"
 #include "ItemFeed.h"
 #include "StartupFetch.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Events.h"
-
-#include <QFormLayout>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <memory>
 
 namespace sidekin {
 

@@ -1,19 +1,22 @@
 #include "Conversation.h"
 
-#include "platform/RuntimeError.h"
-
 #include <QDeadlineTimer>
 #include <QMetaObject>
+
+#include "platform/RuntimeError.h"
 
 namespace sidekin::link {
 
 void registerLinkErrors() {
-    registerErrorDescription(ErrNoHost, QStringLiteral("No foreign application responded to a DDE initiate"));
-    registerErrorDescription(ErrRefused, QStringLiteral("Foreign application won't perform DDE method or operation"));
+    registerErrorDescription(ErrNoHost,
+                             QStringLiteral("No foreign application responded to a DDE initiate"));
+    registerErrorDescription(
+        ErrRefused, QStringLiteral("Foreign application won't perform DDE method or operation"));
     registerErrorDescription(ErrTimeout, QStringLiteral("Timeout while waiting for DDE response"));
     registerErrorDescription(ErrBadData, QStringLiteral("Data in wrong format"));
     registerErrorDescription(ErrHostQuit, QStringLiteral("Foreign application quit"));
-    registerErrorDescription(ErrNoChannel, QStringLiteral("DDE method invoked with no channel open"));
+    registerErrorDescription(ErrNoChannel,
+                             QStringLiteral("DDE method invoked with no channel open"));
 }
 
 namespace {
@@ -44,7 +47,9 @@ std::unique_ptr<Conversation> Conversation::open(const QString& service) {
     return conversation;
 }
 
-bool Conversation::isOpen() const { return !broken_ && socket_.state() == QLocalSocket::ConnectedState; }
+bool Conversation::isOpen() const {
+    return !broken_ && socket_.state() == QLocalSocket::ConnectedState;
+}
 
 void Conversation::readFrames() {
     reader_.feed(socket_.readAll());
@@ -52,7 +57,8 @@ void Conversation::readFrames() {
         if (frame->verb == Verb::Update) {
             // Handed on later, so that no event procedure runs inside a link operation.
             QMetaObject::invokeMethod(
-                this, [this, item = frame->name, value = frame->value] { emit itemUpdated(item, value); },
+                this,
+                [this, item = frame->name, value = frame->value] { emit itemUpdated(item, value); },
                 Qt::QueuedConnection);
         } else {
             replies_[frame->id] = *frame;

@@ -1,23 +1,23 @@
 #pragma once
 
-#include "LinkProtocol.h"
-
 #include <QLocalSocket>
 #include <QObject>
 #include <QString>
 #include <map>
 #include <memory>
 
+#include "LinkProtocol.h"
+
 namespace sidekin::link {
 
 // Run-time error numbers of the host link, with the legacy platform's words.
 enum LinkError : int {
-    ErrNoHost = 282,       // nobody serves the service
-    ErrRefused = 285,      // the host would not perform it
-    ErrTimeout = 286,      // no answer in time
-    ErrBadData = 290,      // a malformed frame
-    ErrHostQuit = 291,     // the connection closed during an operation
-    ErrNoChannel = 293,    // an operation on a link that is not open
+    ErrNoHost = 282,     // nobody serves the service
+    ErrRefused = 285,    // the host would not perform it
+    ErrTimeout = 286,    // no answer in time
+    ErrBadData = 290,    // a malformed frame
+    ErrHostQuit = 291,   // the connection closed during an operation
+    ErrNoChannel = 293,  // an operation on a link that is not open
 };
 
 void registerLinkErrors();

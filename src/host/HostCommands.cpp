@@ -1,8 +1,8 @@
 #include "HostCommands.h"
 
-#include "platform/LegacyText.h"
-
 #include <QStringList>
+
+#include "platform/LegacyText.h"
 
 namespace sidekin::commands {
 
@@ -22,11 +22,10 @@ QString SetRunTableVars(const QString& operatorName, const QString& subDirectory
 
 QString PrepareSingleRun(const SingleRun& run) {
     const QString vial = run.vial ? CStr(*run.vial) : QString();
-    const QStringList arguments{quoted(run.method),       CStr(run.injector),
-                                quoted(run.sampleId),     vial,
-                                quoted(run.dataFile),     quoted(run.sampleAmount),
-                                quoted(run.istdAmount),   quoted(QString()),
-                                quoted(QString()),        quoted(run.sampleInfo)};
+    const QStringList arguments{
+        quoted(run.method),   CStr(run.injector),       quoted(run.sampleId),   vial,
+        quoted(run.dataFile), quoted(run.sampleAmount), quoted(run.istdAmount), quoted(QString()),
+        quoted(QString()),    quoted(run.sampleInfo)};
     return QStringLiteral("ORQ_PrepareSingleRun ") + arguments.join(Separator);
 }
 

@@ -43,5 +43,4 @@ inline const QString NameCheckVariable = QStringLiteral("ORQNameCheck");
 inline const QString NameCheckClose = QStringLiteral("Close #3");
 QString NameCheckDelete(const QString& folder, const QString& name);
 
-
 }  // namespace sidekin::commands

@@ -13,7 +13,7 @@ namespace sidekin {
 
 namespace {
 
-constexpr int WaitTimeout = 600;     // tenths of a second
+constexpr int WaitTimeout = 600;  // tenths of a second
 constexpr int RunTimeout = 6000;
 constexpr float RunStartSeconds = 45.0f;
 
@@ -27,8 +27,8 @@ void openLink(LinkTextBox& link, int timeout, const QString& topic) {
 }  // namespace
 
 QString chooseService() {
-    const QString key = CDbl(App.GlblOffline) == 1.0 ? QStringLiteral("_DDEOFFLINE")
-                                                      : QStringLiteral("_DDEONLINE");
+    const QString key =
+        CDbl(App.GlblOffline) == 1.0 ? QStringLiteral("_DDEOFFLINE") : QStringLiteral("_DDEONLINE");
     return GetProfileStr(QStringLiteral("PCS,") + CStr(App.GlblInstrument), key);
 }
 

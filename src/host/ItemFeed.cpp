@@ -1,18 +1,18 @@
 #include "ItemFeed.h"
 
-#include "Conversation.h"
-#include "platform/RuntimeError.h"
-
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPointer>
-#include <QTimer>
 #include <QStringList>
+#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 #include <deque>
 #include <map>
 #include <memory>
+
+#include "Conversation.h"
+#include "platform/RuntimeError.h"
 
 namespace sidekin::itemfeed {
 
@@ -51,8 +51,8 @@ void sendNextNotice() {
     const int index = f.pending.front();
     f.pending.pop_front();
     f.noticeOut = index;
-    QCoreApplication::postEvent(form, new QKeyEvent(QEvent::KeyPress, index, Qt::NoModifier,
-                                                    QString(QChar(index))));
+    QCoreApplication::postEvent(
+        form, new QKeyEvent(QEvent::KeyPress, index, Qt::NoModifier, QString(QChar(index))));
 }
 
 // Every change gets its notice and is read in turn, so a quick "RUNNING" is not

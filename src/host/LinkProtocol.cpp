@@ -1,7 +1,8 @@
 #include "LinkProtocol.h"
 
-#include <QtEndian>
 #include <unistd.h>
+
+#include <QtEndian>
 
 namespace sidekin::link {
 
@@ -23,14 +24,14 @@ std::uint32_t getU32(const char* p) { return qFromBigEndian<std::uint32_t>(p); }
 
 bool knownVerb(std::uint8_t v) {
     switch (static_cast<Verb>(v)) {
-    case Verb::Execute:
-    case Verb::Request:
-    case Verb::Advise:
-    case Verb::Ack:
-    case Verb::Data:
-    case Verb::Refused:
-    case Verb::Update:
-        return true;
+        case Verb::Execute:
+        case Verb::Request:
+        case Verb::Advise:
+        case Verb::Ack:
+        case Verb::Data:
+        case Verb::Refused:
+        case Verb::Update:
+            return true;
     }
     return false;
 }

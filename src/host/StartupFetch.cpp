@@ -1,5 +1,8 @@
 #include "StartupFetch.h"
 
+#include <QLineEdit>
+#include <algorithm>
+
 #include "AppState.h"
 #include "CPLinks.h"
 #include "ItemFeed.h"
@@ -8,9 +11,6 @@
 #include "platform/ErrorHandler.h"
 #include "platform/Events.h"
 #include "platform/LegacyText.h"
-
-#include <QLineEdit>
-#include <algorithm>
 
 namespace sidekin {
 
@@ -43,7 +43,8 @@ std::int16_t Fetch() {
     std::int16_t result = 0;
     handled("Fetch", [&] {
         if (itemfeed::DDE_Initiate(App.GlblDDEApp, link::TopicNoWait) != 0) {
-            for (int i = 0; i <= App.DDEItemsLast; ++i) itemfeed::DDE_RequestFromVB(App.DDEItems[i]);
+            for (int i = 0; i <= App.DDEItemsLast; ++i)
+                itemfeed::DDE_RequestFromVB(App.DDEItems[i]);
             bool requested = false;
             for (int i = 0; i <= App.DDEItemsLast; ++i)
                 requested = itemfeed::DDE_Request(App.DDEItems[i]) != 0;  // only the last counts
@@ -63,7 +64,8 @@ void OpenDDELinks() {
         FillArray();
         cpLinks();
         if (Fetch() == 0)
-            dialogs().messageBox(BoxStyle::Plain, QStringLiteral("DDE Initialization NOT Successful !"),
+            dialogs().messageBox(BoxStyle::Plain,
+                                 QStringLiteral("DDE Initialization NOT Successful !"),
                                  QStringLiteral("VB DDE Error"));
     });
 }

@@ -1,13 +1,13 @@
 #include "FontCharset.h"
 
-#include "AppState.h"
-#include "G11n.h"
-#include "platform/Conversions.h"
-
 #include <QApplication>
 #include <QFontDatabase>
 #include <QHash>
 #include <QWidget>
+
+#include "AppState.h"
+#include "G11n.h"
+#include "platform/Conversions.h"
 
 namespace sidekin {
 

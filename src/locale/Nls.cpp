@@ -42,9 +42,21 @@ QString unescape(QStringView raw) {
         const QChar c = raw[i];
         if (c == u'\\' && i + 1 < raw.size()) {
             const QChar next = raw[i + 1];
-            if (next == u'n') { text += u'\n'; ++i; continue; }
-            if (next == u't') { text += u'\t'; ++i; continue; }
-            if (next == u'\\') { text += u'\\'; ++i; continue; }
+            if (next == u'n') {
+                text += u'\n';
+                ++i;
+                continue;
+            }
+            if (next == u't') {
+                text += u'\t';
+                ++i;
+                continue;
+            }
+            if (next == u'\\') {
+                text += u'\\';
+                ++i;
+                continue;
+            }
         }
         text += c;
     }

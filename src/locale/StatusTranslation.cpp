@@ -1,11 +1,11 @@
 #include "StatusTranslation.h"
 
+#include <cstdint>
+
 #include "FileNameRules.h"
 #include "G11n.h"
 #include "platform/ErrorHandler.h"
 #include "platform/LegacyText.h"
-
-#include <cstdint>
 
 namespace sidekin {
 
@@ -23,8 +23,7 @@ bool translateWord(const QString& hostText, const Rule& rule, QString& result) {
     const QString word = QString::fromUtf16(rule.english);
     if (InStr(hostText, word) == 0) return false;
     const QString token = QStringLiteral("<TOKEN>");
-    result = ReplaceString(ReplaceString(hostText, word, token), token,
-                           GetResourceString(rule.id));
+    result = ReplaceString(ReplaceString(hostText, word, token), token, GetResourceString(rule.id));
     return true;
 }
 
@@ -50,9 +49,9 @@ QString LocalizeSysStatusReady(const QString& hostText) {
 
 QString LocalizeSysStatusMethod(const QString& hostText) {
     static constexpr Rule rules[] = {
-        {u"Waiting for Ready", 17304},        {u"Waiting for Injection", 17305},
-        {u"Data Acquisition", 17306},         {u"Customized Data Analysis", 17303},
-        {u"Data Analysis", 17307},            {u"Pre-Run Macro", 17308},
+        {u"Waiting for Ready", 17304}, {u"Waiting for Injection", 17305},
+        {u"Data Acquisition", 17306},  {u"Customized Data Analysis", 17303},
+        {u"Data Analysis", 17307},     {u"Pre-Run Macro", 17308},
         {u"Post-Run Macro", 17309}};
     QString result = hostText;
     handled("LocalizeSysStatusMethod", [&] { firstThatFires(hostText, rules, result); });

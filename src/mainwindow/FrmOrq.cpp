@@ -1,19 +1,5 @@
 #include "FrmOrq.h"
 
-#include "AppState.h"
-#include "FlexGridView.h"
-#include "FontCharset.h"
-#include "G11n.h"
-#include "LinkTextBox.h"
-#include "ShowHideOrq.h"
-#include "Profile.h"
-#include "RunTable.h"
-#include "Sleep.h"
-#include "platform/Conversions.h"
-#include "platform/ErrorHandler.h"
-#include "platform/Events.h"
-#include "platform/Screen.h"
-
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -22,6 +8,20 @@
 #include <algorithm>
 #include <memory>
 #include <vector>
+
+#include "AppState.h"
+#include "FlexGridView.h"
+#include "FontCharset.h"
+#include "G11n.h"
+#include "LinkTextBox.h"
+#include "Profile.h"
+#include "RunTable.h"
+#include "ShowHideOrq.h"
+#include "Sleep.h"
+#include "platform/Conversions.h"
+#include "platform/ErrorHandler.h"
+#include "platform/Events.h"
+#include "platform/Screen.h"
 
 namespace sidekin {
 
@@ -71,51 +71,51 @@ FrmOrq::FrmOrq() {
     lblSysStatusMethod = place<QLabel>(fraSystemStatus, "lblSysStatusMethod", 120, 585, 2910, 300);
     cmdStartPauseResume = place<QPushButton>(fraRunTableControl, "cmdStartPauseResume",
                                              QStringLiteral("&Start"), 240, 330, 1440, 420);
-    cmdStop = place<QPushButton>(fraRunTableControl, "cmdStop", QStringLiteral("Sto&p"), 1830,
-                                 330, 1440, 420);
+    cmdStop = place<QPushButton>(fraRunTableControl, "cmdStop", QStringLiteral("Sto&p"), 1830, 330,
+                                 1440, 420);
 
-    lblRunTable = place<QLabel>(this, "lblRunTable", QStringLiteral(" Run Table"), 900, 1215,
-                                1200, 255);
-    lblOperator = place<QLabel>(this, "lblOperator", QStringLiteral("&Operator :"), 2280, 1215,
-                                1000, 255);
+    lblRunTable =
+        place<QLabel>(this, "lblRunTable", QStringLiteral(" Run Table"), 900, 1215, 1200, 255);
+    lblOperator =
+        place<QLabel>(this, "lblOperator", QStringLiteral("&Operator :"), 2280, 1215, 1000, 255);
     cboOperator = place<QComboBox>(this, "cboOperator", 3330, 1170, 2600, 315);
-    lblSubDir = place<QLabel>(this, "lblSubDir", QStringLiteral("Data S&ubdirectory :"), 6120,
-                              1215, 1650, 255);
+    lblSubDir = place<QLabel>(this, "lblSubDir", QStringLiteral("Data S&ubdirectory :"), 6120, 1215,
+                              1650, 255);
     txtSubDir = place<QLineEdit>(this, "txtSubDir", 7800, 1170, 3225, 315);
     // The captions carry access keys that move to the field beside them.
     lblOperator->setBuddy(cboOperator);
     lblSubDir->setBuddy(txtSubDir);
 
-    lblAdjRunOrder = place<QLabel>(this, "lblAdjRunOrder",
-                                   QStringLiteral("   Adjust  Run   Order"), 60, 1530, 780, 735);
+    lblAdjRunOrder = place<QLabel>(this, "lblAdjRunOrder", QStringLiteral("   Adjust  Run   Order"),
+                                   60, 1530, 780, 735);
     lblAdjRunOrder->setWordWrap(true);
     cmdUp = place<QPushButton>(this, "cmdUp", QStringLiteral("\u25B2"), 240, 2340, 495, 495);
     cmdUp->setToolTip(QStringLiteral("Move selected item up one position"));
     cmdDown = place<QPushButton>(this, "cmdDown", QStringLiteral("\u25BC"), 240, 2940, 495, 495);
     cmdDown->setToolTip(QStringLiteral("Move selected item down one position"));
 
-    cmdRnTblAdd = place<QPushButton>(this, "cmdRnTblAdd", QStringLiteral("&Add Run"), 720, 3870,
-                                     1440, 375);
-    cmdRnTblEdit = place<QPushButton>(this, "cmdRnTblEdit", QStringLiteral("&Edit Run"), 2415,
-                                      3870, 1440, 375);
+    cmdRnTblAdd =
+        place<QPushButton>(this, "cmdRnTblAdd", QStringLiteral("&Add Run"), 720, 3870, 1440, 375);
+    cmdRnTblEdit = place<QPushButton>(this, "cmdRnTblEdit", QStringLiteral("&Edit Run"), 2415, 3870,
+                                      1440, 375);
     cmdInstructions = place<QPushButton>(this, "cmdInstructions", QStringLiteral("&Instructions"),
                                          4110, 3870, 1440, 375);
-    cmdRnTblDel = place<QPushButton>(this, "cmdRnTblDel", QStringLiteral("&Delete Run"), 5790,
-                                     3870, 1440, 375);
+    cmdRnTblDel = place<QPushButton>(this, "cmdRnTblDel", QStringLiteral("&Delete Run"), 5790, 3870,
+                                     1440, 375);
     cmdRnTblClear = place<QPushButton>(this, "cmdRnTblClear", QStringLiteral("&Clear All"), 7485,
                                        3870, 1440, 375);
     cmdRnTblPrint = place<QPushButton>(this, "cmdRnTblPrint", QStringLiteral("Print Table"), 9180,
                                        3870, 1440, 375);
     fgrdRunTable = place<FlexGridView>(this, "fgrdRunTable", 900, 1530, 10125, 2175);
-    for (QPushButton* b : {cmdRnTblAdd, cmdRnTblEdit, cmdRnTblDel, cmdRnTblPrint,
-                           cmdStartPauseResume, cmdStop})
+    for (QPushButton* b :
+         {cmdRnTblAdd, cmdRnTblEdit, cmdRnTblDel, cmdRnTblPrint, cmdStartPauseResume, cmdStop})
         b->setEnabled(false);
 
     ddeDummy = place<LinkTextBox>(this, "ddeDummy", 0, 4500, 1000, 285);
     ddeShowORQ = place<LinkTextBox>(this, "ddeShowORQ", 1100, 4500, 1000, 285);
     txtSampleLoc = place<QLineEdit>(this, "txtSampleLoc", 2200, 4500, 1000, 285);
-    for (QLineEdit* hidden : {static_cast<QLineEdit*>(ddeDummy), static_cast<QLineEdit*>(ddeShowORQ),
-                              txtSampleLoc})
+    for (QLineEdit* hidden :
+         {static_cast<QLineEdit*>(ddeDummy), static_cast<QLineEdit*>(ddeShowORQ), txtSampleLoc})
         hidden->hide();
     connect(ddeShowORQ, &QLineEdit::textChanged, this, &FrmOrq::ddeShowORQ_Change);
     // Captions start at the top left, so a host text with a line end keeps its first line in view.

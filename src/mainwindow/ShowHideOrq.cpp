@@ -1,5 +1,7 @@
 #include "ShowHideOrq.h"
 
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "FrmOrq.h"
 #include "HostItems.h"
@@ -8,8 +10,6 @@
 #include "platform/ErrorHandler.h"
 #include "platform/Events.h"
 #include "platform/LegacyText.h"
-
-#include <QLineEdit>
 
 namespace sidekin {
 

@@ -1,5 +1,7 @@
 #include "Counters.h"
 
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "G11n.h"
 #include "Profile.h"
@@ -7,8 +9,6 @@
 #include "platform/ErrorHandler.h"
 #include "platform/LegacyText.h"
 #include "platform/ProfileFile.h"
-
-#include <QLineEdit>
 
 namespace sidekin {
 

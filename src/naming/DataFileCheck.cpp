@@ -1,5 +1,8 @@
 #include "DataFileCheck.h"
 
+#include <QFileInfo>
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
@@ -8,9 +11,6 @@
 #include "platform/ErrorHandler.h"
 #include "platform/LegacyText.h"
 #include "platform/Paths.h"
-
-#include <QFileInfo>
-#include <QLineEdit>
 
 namespace sidekin {
 
@@ -23,12 +23,14 @@ QString DataFileExits() {
         // Kept as it was: the global grows by one level at each call.
         App.GlblDataDir += form.txtSubDir->text() + QLatin1Char('\\');
         QString report;
-        for (std::int16_t row = add16(App.GlblCurrentRun, 1); row <= grid.Rows() - 1; row = add16(row, 1)) {
+        for (std::int16_t row = add16(App.GlblCurrentRun, 1); row <= grid.Rows() - 1;
+             row = add16(row, 1)) {
             const QString name = grid.TextArray(grid.Cols() * row + 6);
-            const bool exists = QFileInfo::exists(nativePath(App.GlblDataDir + name + QStringLiteral(".d")));
+            const bool exists =
+                QFileInfo::exists(nativePath(App.GlblDataDir + name + QStringLiteral(".d")));
             if (exists)
-                report += QStringLiteral("     Run: ") + CStr(row) + QStringLiteral("   Data File Name: ") +
-                          name + QLatin1Char('\r');
+                report += QStringLiteral("     Run: ") + CStr(row) +
+                          QStringLiteral("   Data File Name: ") + name + QLatin1Char('\r');
             ColorRunTableRow(grid, row, exists ? RnTblColorFileExists : RnTblColorNone);
             SelectRunTableRow(grid, row);
         }

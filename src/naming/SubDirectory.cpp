@@ -1,5 +1,10 @@
 #include "SubDirectory.h"
 
+#include <QComboBox>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "DataFileCheck.h"
 #include "FileNameRules.h"
@@ -10,11 +15,6 @@
 #include "platform/DateFormats.h"
 #include "platform/ErrorHandler.h"
 #include "platform/LegacyText.h"
-
-#include <QComboBox>
-#include <QEvent>
-#include <QKeyEvent>
-#include <QLineEdit>
 
 namespace sidekin {
 
@@ -55,8 +55,8 @@ void SetSubDirectory() {
         QString mode = GetPvtProfileStr(QStringLiteral("System"), QStringLiteral("DataSubDirMode"),
                                         App.GlblIniFile);
         if (mode == QLatin1String("-1")) mode = QStringLiteral("Manual");
-        QString prefix =
-            GetPvtProfileStr(QStringLiteral("System"), QStringLiteral("DataSubDir"), App.GlblIniFile);
+        QString prefix = GetPvtProfileStr(QStringLiteral("System"), QStringLiteral("DataSubDir"),
+                                          App.GlblIniFile);
         prefix = prefix == QLatin1String("-1") ? QString() : Trim(prefix);
         FrmOrq& form = frmORQ();
         const QString operatorName = Trim(form.cboOperator->currentText());
@@ -64,16 +64,25 @@ void SetSubDirectory() {
         auto date = [&](const char* format) { return FormatDate(today, QLatin1String(format)); };
 
         QString text;
-        if (mode == QLatin1String("Manual")) text = Left(prefix, 40);
-        else if (mode == QLatin1String("FullDate")) text = date("yyyymmdd");
-        else if (mode == QLatin1String("PrefixDate")) text = Left(prefix, 34) + date("yymmdd");
-        else if (mode == QLatin1String("PrefixJulian")) text = Left(prefix, 33) + date("yyyy") + dayOfYear(today);
-        else if (mode == QLatin1String("PrefixMonth")) text = Left(prefix, 36) + date("mmdd");
+        if (mode == QLatin1String("Manual"))
+            text = Left(prefix, 40);
+        else if (mode == QLatin1String("FullDate"))
+            text = date("yyyymmdd");
+        else if (mode == QLatin1String("PrefixDate"))
+            text = Left(prefix, 34) + date("yymmdd");
+        else if (mode == QLatin1String("PrefixJulian"))
+            text = Left(prefix, 33) + date("yyyy") + dayOfYear(today);
+        else if (mode == QLatin1String("PrefixMonth"))
+            text = Left(prefix, 36) + date("mmdd");
         // 29 for the operator in every operator mode: longer names are refused on choice.
-        else if (mode == QLatin1String("OperatorDate")) text = Left(operatorName, 29) + date("yymmdd");
-        else if (mode == QLatin1String("OperatorJulian")) text = Left(operatorName, 29) + date("yyyy") + dayOfYear(today);
-        else if (mode == QLatin1String("OperatorMonth")) text = Left(operatorName, 29) + date("mmdd");
-        else return;
+        else if (mode == QLatin1String("OperatorDate"))
+            text = Left(operatorName, 29) + date("yymmdd");
+        else if (mode == QLatin1String("OperatorJulian"))
+            text = Left(operatorName, 29) + date("yyyy") + dayOfYear(today);
+        else if (mode == QLatin1String("OperatorMonth"))
+            text = Left(operatorName, 29) + date("mmdd");
+        else
+            return;
         form.txtSubDir->setText(text);
     });
 }
@@ -85,7 +94,8 @@ void txtSubDir_Change() {
         const bool valid = IsValidFileChar(text);
         field.setText(text);
         if (!valid) {
-            dialogs().messageBox(BoxStyle::ExclamationOk, GetResourceString(17205), GetResourceString(17260));
+            dialogs().messageBox(BoxStyle::ExclamationOk, GetResourceString(17205),
+                                 GetResourceString(17260));
             field.setFocus();
             field.selectAll();
         }
@@ -102,7 +112,8 @@ void txtSubDir_KeyPress(std::int16_t keyAscii) {
 void txtSubDir_LostFocus() {
     handled("txtSubDir_LostFocus", [] {
         if (!DataFileExits().isEmpty())
-            dialogs().messageBox(BoxStyle::ExclamationOk, GetResourceString(17214), GetResourceString(17263));
+            dialogs().messageBox(BoxStyle::ExclamationOk, GetResourceString(17214),
+                                 GetResourceString(17263));
     });
 }
 

@@ -1,3 +1,8 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
 #include "AppState.h"
 #include "CPLinks.h"
 #include "DataFileCheck.h"
@@ -11,20 +16,15 @@
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-
 namespace sidekin {
 
 namespace {
 
 std::vector<QWidget*> tableChangeControls() {
     FrmOrq& f = frmORQ();
-    return {f.cmdRnTblAdd, f.cmdRnTblEdit, f.cmdRnTblDel, f.cmdRnTblClear, f.cmdRnTblPrint,
-            f.cmdInstructions, f.cmdUp, f.cmdDown, f.lblOperator, f.cboOperator, f.lblSubDir,
-            f.txtSubDir};
+    return {f.cmdRnTblAdd,   f.cmdRnTblEdit,    f.cmdRnTblDel, f.cmdRnTblClear,
+            f.cmdRnTblPrint, f.cmdInstructions, f.cmdUp,       f.cmdDown,
+            f.lblOperator,   f.cboOperator,     f.lblSubDir,   f.txtSubDir};
 }
 
 void setTableChanges(bool enabled) {
@@ -40,14 +40,16 @@ void startBranch() {
     QString subDirectory = form.txtSubDir->text();
     if (!IsValidFileName(subDirectory)) {
         form.cmdStartPauseResume->setEnabled(true);
-        dialogs().messageBox(BoxStyle::ExclamationOk, GetResourceString(17205), GetResourceString(17260));
+        dialogs().messageBox(BoxStyle::ExclamationOk, GetResourceString(17205),
+                             GetResourceString(17260));
         form.txtSubDir->setFocus();
         form.txtSubDir->selectAll();
         return;
     }
     const QString report = DataFileExits();
     if (!report.isEmpty()) {
-        const QString question = ReplaceString(GetResourceString(17204), QStringLiteral("<NAME>"), report);
+        const QString question =
+            ReplaceString(GetResourceString(17204), QStringLiteral("<NAME>"), report);
         if (dialogs().messageBox(BoxStyle::ExclamationYesNo, question, GetResourceString(17263)) ==
             BoxAnswer::Yes) {
             form.cmdStartPauseResume->setEnabled(true);
@@ -107,9 +109,12 @@ void cmdStartPauseResume_Click() {
         applyRunLabelCharset();
         // The caption is the switch, as the operator sees it.
         const QString caption = frmORQ().cmdStartPauseResume->text();
-        if (caption == GetResourceString(17016)) startBranch();
-        else if (caption == GetResourceString(17017)) pauseBranch();
-        else if (caption == GetResourceString(17018)) resumeBranch();
+        if (caption == GetResourceString(17016))
+            startBranch();
+        else if (caption == GetResourceString(17017))
+            pauseBranch();
+        else if (caption == GetResourceString(17018))
+            resumeBranch();
     });
 }
 
@@ -136,7 +141,8 @@ void EnableRnTblChanges() {
 }
 
 void wireRunButtons(FrmOrq& form) {
-    QObject::connect(form.cmdStartPauseResume, &QPushButton::clicked, &form, &cmdStartPauseResume_Click);
+    QObject::connect(form.cmdStartPauseResume, &QPushButton::clicked, &form,
+                     &cmdStartPauseResume_Click);
     QObject::connect(form.cmdStop, &QPushButton::clicked, &form, &cmdStop_Click);
 }
 

@@ -1,19 +1,19 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
 #include "AppState.h"
 #include "CPLinks.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
+#include "G11n.h"
 #include "RunControl.h"
 #include "RunLabels.h"
 #include "RunTable.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
-#include "G11n.h"
 #include "platform/LegacyText.h"
-
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 
 namespace sidekin {
 
@@ -46,9 +46,8 @@ void runCompleted() {
         showRunText(17106);
         EnableRnTblChanges();
         FrmOrq& form = frmORQ();
-        const std::initializer_list<QWidget*> keptLocked{form.cmdRnTblClear, form.lblSubDir,
-                                                         form.txtSubDir, form.lblOperator,
-                                                         form.cboOperator};
+        const std::initializer_list<QWidget*> keptLocked{
+            form.cmdRnTblClear, form.lblSubDir, form.txtSubDir, form.lblOperator, form.cboOperator};
         for (QWidget* control : keptLocked) control->setEnabled(false);
     }
     // The walk may have moved on inside ExecuteRun: the row is the current one now.

@@ -1,13 +1,13 @@
 #include "RunLabels.h"
 
+#include <QLabel>
+#include <QPushButton>
+
 #include "AppState.h"
 #include "FontCharset.h"
 #include "FrmOrq.h"
 #include "G11n.h"
 #include "platform/LegacyText.h"
-
-#include <QLabel>
-#include <QPushButton>
 
 namespace sidekin {
 

@@ -1,3 +1,6 @@
+#include <QComboBox>
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "FileNameRules.h"
 #include "FlexGridView.h"
@@ -11,9 +14,6 @@
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
 #include "platform/LegacyText.h"
-
-#include <QComboBox>
-#include <QLineEdit>
 
 namespace sidekin {
 
@@ -40,14 +40,16 @@ void ExecuteRun(std::int16_t row) {
         run.istdAmount = cell(8);
         run.sampleInfo = cell(9);
 
-        const QString injectorFile = App.GlblMethodDir + run.method + QStringLiteral(".M\\injector.mth");
-        const QString injector =
-            GetPvtProfileStr(QStringLiteral("Injector"), QStringLiteral("_MethodInjectors"), injectorFile);
+        const QString injectorFile =
+            App.GlblMethodDir + run.method + QStringLiteral(".M\\injector.mth");
+        const QString injector = GetPvtProfileStr(QStringLiteral("Injector"),
+                                                  QStringLiteral("_MethodInjectors"), injectorFile);
         const QString noVial = GetResourceString(17042);
         if (injector == QLatin1String("3")) {
-            dialogs().messageBox(BoxStyle::ExclamationOk,
-                                 ReplaceString(GetResourceString(17218), QStringLiteral("<NAME>"), run.method),
-                                 GetResourceString(17266));
+            dialogs().messageBox(
+                BoxStyle::ExclamationOk,
+                ReplaceString(GetResourceString(17218), QStringLiteral("<NAME>"), run.method),
+                GetResourceString(17266));
             return;
         }
         if (injector == QLatin1String("2")) {

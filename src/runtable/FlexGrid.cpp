@@ -1,9 +1,9 @@
 #include "FlexGrid.h"
 
-#include "RuntimeError.h"
-
 #include <QStringList>
 #include <algorithm>
+
+#include "RuntimeError.h"
 
 namespace sidekin {
 
@@ -130,13 +130,17 @@ void FlexGrid::AddItem(const QString& line, int index) {
     // A row put above the fixed ones changes what the header shows: no plain insert.
     const bool reshapes = index < fixedRows_;
     if (observer_) {
-        if (reshapes) observer_->aboutToReshape();
-        else observer_->rowsAboutToBeInserted(index, index);
+        if (reshapes)
+            observer_->aboutToReshape();
+        else
+            observer_->rowsAboutToBeInserted(index, index);
     }
     rows_.insert(rows_.begin() + index, std::move(row));
     if (observer_) {
-        if (reshapes) observer_->reshaped();
-        else observer_->rowsInserted();
+        if (reshapes)
+            observer_->reshaped();
+        else
+            observer_->rowsInserted();
     }
 }
 
@@ -192,8 +196,10 @@ void FlexGrid::setFormatString(const QString& format) {
     format_ = format;
     for (int c = 0; c < cols_ && fixedRows_ > 0; ++c) rows_[0].text[c] = headers[c];
     if (observer_) {
-        if (reshapes) observer_->reshaped();
-        else observer_->cellsChanged(0, 0, 0, cols_ - 1);
+        if (reshapes)
+            observer_->reshaped();
+        else
+            observer_->cellsChanged(0, 0, 0, cols_ - 1);
         observer_->formatApplied();
         if (reshapes) observer_->selectionChanged();
     }

@@ -10,15 +10,24 @@ namespace sidekin {
 QColor gridColorToQColor(GridColor color, const QPalette& palette) {
     if (color & SystemColorFlag) {
         switch (color & 0xFFu) {
-        case 5: return palette.color(QPalette::Base);
-        case 8: return palette.color(QPalette::Text);
-        case 13: return palette.color(QPalette::Highlight);
-        case 14: return palette.color(QPalette::HighlightedText);
-        case 15: return palette.color(QPalette::Button);
-        case 16: return palette.color(QPalette::Dark);
-        case 18: return palette.color(QPalette::ButtonText);
-        case 20: return palette.color(QPalette::Light);
-        default: return palette.color(QPalette::Window);
+            case 5:
+                return palette.color(QPalette::Base);
+            case 8:
+                return palette.color(QPalette::Text);
+            case 13:
+                return palette.color(QPalette::Highlight);
+            case 14:
+                return palette.color(QPalette::HighlightedText);
+            case 15:
+                return palette.color(QPalette::Button);
+            case 16:
+                return palette.color(QPalette::Dark);
+            case 18:
+                return palette.color(QPalette::ButtonText);
+            case 20:
+                return palette.color(QPalette::Light);
+            default:
+                return palette.color(QPalette::Window);
         }
     }
     return QColor(int(color & 0xFF), int(color >> 8 & 0xFF), int(color >> 16 & 0xFF));
@@ -49,27 +58,27 @@ QVariant FlexGridModel::data(const QModelIndex& index, int role) const {
     const int col = index.column();
     const bool fixed = col < grid_.FixedCols();
     switch (role) {
-    case Qt::DisplayRole:
-        return grid_.cellText(row, col);
-    case Qt::BackgroundRole: {
-        GridColor color = grid_.cellBackColor(row, col);
-        if (color == GridDefaultColor) color = fixed ? SysColorButtonFace : SysColorWindow;
-        return QBrush(gridColorToQColor(color, QGuiApplication::palette()));
-    }
-    case Qt::ForegroundRole:
-        return QBrush(gridColorToQColor(fixed ? SysColorButtonText : SysColorWindowText,
-                                        QGuiApplication::palette()));
-    case Qt::TextAlignmentRole: {
-        const GridAlignment a = grid_.ColAlignment(col);
-        const Qt::Alignment h = a == GridAlignment::Left     ? Qt::AlignLeft
-                                : a == GridAlignment::Center ? Qt::AlignHCenter
-                                                             : Qt::AlignRight;
-        return int(h | Qt::AlignVCenter);
-    }
-    case CellBackColorRole:
-        return QVariant::fromValue(grid_.cellBackColor(row, col));
-    default:
-        return {};
+        case Qt::DisplayRole:
+            return grid_.cellText(row, col);
+        case Qt::BackgroundRole: {
+            GridColor color = grid_.cellBackColor(row, col);
+            if (color == GridDefaultColor) color = fixed ? SysColorButtonFace : SysColorWindow;
+            return QBrush(gridColorToQColor(color, QGuiApplication::palette()));
+        }
+        case Qt::ForegroundRole:
+            return QBrush(gridColorToQColor(fixed ? SysColorButtonText : SysColorWindowText,
+                                            QGuiApplication::palette()));
+        case Qt::TextAlignmentRole: {
+            const GridAlignment a = grid_.ColAlignment(col);
+            const Qt::Alignment h = a == GridAlignment::Left     ? Qt::AlignLeft
+                                    : a == GridAlignment::Center ? Qt::AlignHCenter
+                                                                 : Qt::AlignRight;
+            return int(h | Qt::AlignVCenter);
+        }
+        case CellBackColorRole:
+            return QVariant::fromValue(grid_.cellBackColor(row, col));
+        default:
+            return {};
     }
 }
 
@@ -78,14 +87,14 @@ QVariant FlexGridModel::headerData(int section, Qt::Orientation orientation, int
         section >= grid_.Cols())
         return QAbstractTableModel::headerData(section, orientation, role);
     switch (role) {
-    case Qt::DisplayRole:
-        return grid_.cellText(0, section);
-    case Qt::TextAlignmentRole:
-        return int(Qt::AlignLeft | Qt::AlignVCenter);
-    case CellBackColorRole:
-        return QVariant::fromValue(grid_.cellBackColor(0, section));
-    default:
-        return {};
+        case Qt::DisplayRole:
+            return grid_.cellText(0, section);
+        case Qt::TextAlignmentRole:
+            return int(Qt::AlignLeft | Qt::AlignVCenter);
+        case CellBackColorRole:
+            return QVariant::fromValue(grid_.cellBackColor(0, section));
+        default:
+            return {};
     }
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "FlexGrid.h"
-
 #include <QAbstractTableModel>
 #include <QColor>
+
+#include "FlexGrid.h"
 
 class QPalette;
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "FlexGrid.h"
-#include "FlexGridModel.h"
-
 #include <QTableView>
 #include <memory>
+
+#include "FlexGrid.h"
+#include "FlexGridModel.h"
 
 class QProxyStyle;
 

@@ -1,12 +1,12 @@
 #include "RunTable.h"
 
+#include <QSignalBlocker>
+
 #include "AppState.h"
 #include "G11n.h"
 #include "Profile.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
-
-#include <QSignalBlocker>
 
 namespace sidekin {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "FlexGrid.h"
-
 #include <QComboBox>
 #include <QWidget>
 #include <cstdint>
+
+#include "FlexGrid.h"
 
 namespace sidekin {
 

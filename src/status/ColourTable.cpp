@@ -15,10 +15,9 @@ struct NamedColour {
 constexpr std::int32_t White = 16777215;
 
 constexpr NamedColour colours[] = {
-    {u"Black", 0, White},          {u"Red", 255, White},
-    {u"Green", 65280, 0},          {u"Yellow", 65535, 0},
-    {u"Blue", 16711680, White},    {u"Magenta", 16711935, White},
-    {u"Cyan", 16776960, 0},        {u"White", White, 0},
+    {u"Black", 0, White},   {u"Red", 255, White},       {u"Green", 65280, 0},
+    {u"Yellow", 65535, 0},  {u"Blue", 16711680, White}, {u"Magenta", 16711935, White},
+    {u"Cyan", 16776960, 0}, {u"White", White, 0},
 };
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "StatusDisplay.h"
 
+#include <QLabel>
+
 #include "AppState.h"
 #include "ColourTable.h"
 #include "FontCharset.h"
@@ -10,8 +12,6 @@
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
 #include "platform/LegacyText.h"
-
-#include <QLabel>
 
 namespace sidekin {
 

@@ -1,12 +1,12 @@
 #include "StatusEvents.h"
 
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "CPLinks.h"
 #include "StatusDisplay.h"
 #include "platform/ErrorHandler.h"
 #include "platform/LegacyText.h"
-
-#include <QLineEdit>
 
 namespace sidekin {
 
@@ -21,11 +21,11 @@ QString statusOf(const QLineEdit& box) {
     return text;
 }
 
-
 }  // namespace
 
 void DDESystemStatus_Change() {
-    handled("DDESystemStatus_Change", [] { UpdateSystemStatus(statusOf(*cpLinks().ddeSystemStatus)); });
+    handled("DDESystemStatus_Change",
+            [] { UpdateSystemStatus(statusOf(*cpLinks().ddeSystemStatus)); });
 }
 
 void DDEStstusTime_Change() {

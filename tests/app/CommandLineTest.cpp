@@ -1,10 +1,10 @@
+#include <QCoreApplication>
+#include <QTimer>
+
 #include "AppState.h"
 #include "CommandLine.h"
 #include "G11n.h"
 #include "StartupFixture.h"
-
-#include <QCoreApplication>
-#include <QTimer>
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -48,8 +48,8 @@ INSTANTIATE_TEST_SUITE_P(
     Lines, CommandLineFields,
     ::testing::Values(
         FieldCase{"full", R"(77|ZenSvc|"/opt/orq/"|2|1)", 77, "ZenSvc", "/opt/orq/", 2, "1"},
-        FieldCase{"blanksAroundFields", R"(  77 | ZenSvc |  "/o/" | 3 |  0  )", 77, "ZenSvc",
-                  "/o/", 3, "0"},
+        FieldCase{"blanksAroundFields", R"(  77 | ZenSvc |  "/o/" | 3 |  0  )", 77, "ZenSvc", "/o/",
+                  3, "0"},
         FieldCase{"leadingBarReadsTheService", "|ZenSvc", 0, "ZenSvc", "C:\\Zentro32\\ORQ\\", 1,
                   "0"},
         FieldCase{"emptyFolderFieldTakesDefault", "5|ZenSvc||2|1", 5, "ZenSvc",
@@ -74,8 +74,8 @@ struct HandleCase {
 TEST_F(CommandLineTest, SingleFieldHandleWrapsWithTheOddConstant) {
     writeHostIni("");
     for (HandleCase c : {HandleCase{"4294967295", 0}, HandleCase{"4294967296", 1},
-                         HandleCase{"2147483648", -2147483647}, HandleCase{"2147483647", 2147483647},
-                         HandleCase{"123abc", 123}}) {
+                         HandleCase{"2147483648", -2147483647},
+                         HandleCase{"2147483647", 2147483647}, HandleCase{"123abc", 123}}) {
         resetAppState();
         ParseCommandLine(QString::fromLatin1(c.line));
         EXPECT_EQ(App.GlblHostWnd, c.hostWnd) << c.line;
@@ -109,15 +109,15 @@ TEST_P(CommandLineFailures, EndInTheHandlerWithUnreachedFieldsUnset) {
 
 INSTANTIATE_TEST_SUITE_P(
     Lines, CommandLineFailures,
-    ::testing::Values(
-        FailureCase{"handleAboveRangeWithBars", "2147483648|ZenSvc", "Overflow", 0, "", ""},
-        FailureCase{"oneCharacterFolder", "7|ZenSvc|x|2", "Invalid procedure call or argument", 7,
-                    "ZenSvc", ""},
-        FailureCase{"instrumentNotNumeric", R"(7|ZenSvc|"/o/"|two)", "Type mismatch", 7, "ZenSvc",
-                    "/o/"},
-        FailureCase{"instrumentAbove16Bits", R"(7|ZenSvc|"/o/"|40000)", "Overflow", 7, "ZenSvc",
-                    "/o/"},
-        FailureCase{"emptyLineWithoutHostIni", "", "Type mismatch", 0, "", ""}),
+    ::testing::Values(FailureCase{"handleAboveRangeWithBars", "2147483648|ZenSvc", "Overflow", 0,
+                                  "", ""},
+                      FailureCase{"oneCharacterFolder", "7|ZenSvc|x|2",
+                                  "Invalid procedure call or argument", 7, "ZenSvc", ""},
+                      FailureCase{"instrumentNotNumeric", R"(7|ZenSvc|"/o/"|two)", "Type mismatch",
+                                  7, "ZenSvc", "/o/"},
+                      FailureCase{"instrumentAbove16Bits", R"(7|ZenSvc|"/o/"|40000)", "Overflow", 7,
+                                  "ZenSvc", "/o/"},
+                      FailureCase{"emptyLineWithoutHostIni", "", "Type mismatch", 0, "", ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(CommandLineTest, ServiceLookupWithAMissingSectionIsTypeMismatch) {

@@ -1,14 +1,14 @@
-#include "AppState.h"
-#include "FrmOrq.h"
-#include "LinkTextBox.h"
-#include "G11n.h"
-#include "Main.h"
-#include "StartupFixture.h"
-#include "platform/Screen.h"
-
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+
+#include "AppState.h"
+#include "FrmOrq.h"
+#include "G11n.h"
+#include "LinkTextBox.h"
+#include "Main.h"
+#include "StartupFixture.h"
+#include "platform/Screen.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -58,8 +58,8 @@ TEST_F(MainTest, NoHandleNoParenting) {
 TEST_F(MainTest, WithoutAHostTheWindowStaysLoadedAndHidden) {
     Main("");
     // The rest of start-up goes on after each handler's box.
-    EXPECT_EQ(dialogs.boxTitles(), (QStringList{"ParseCommandLine", "VB DDE Error",
-                                                 "iNITddesHOWorq", "ShowHideOrq"}));
+    EXPECT_EQ(dialogs.boxTitles(),
+              (QStringList{"ParseCommandLine", "VB DDE Error", "iNITddesHOWorq", "ShowHideOrq"}));
     EXPECT_TRUE(frmORQLoaded());
     EXPECT_FALSE(frmORQ().isVisible());
 }

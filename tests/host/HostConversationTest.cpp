@@ -4,8 +4,8 @@
 
 #include "Conversation.h"
 #include "HostCommands.h"
-#include "HostItems.h"
 #include "HostConversation.h"
+#include "HostItems.h"
 #include "HostLinkFixture.h"
 #include "LinkTextBox.h"
 #include "StartupFetch.h"

@@ -14,7 +14,6 @@
 #include "StartupFixture.h"
 #include "platform/RuntimeError.h"
 
-
 namespace sidekin::test {
 
 // A fresh program whose "zentrovar.ini" names the services online and offline

@@ -78,9 +78,8 @@ protected:
 TEST_F(ItemFeedTest, FillArrayListsTheSixItemsPathsFirst) {
     App.DDEItems[7] = "left alone";
     FillArray();
-    const QStringList expected{items::DataPath,   items::InstPath,
-                               items::MethPath,   items::SystemStatus,
-                               items::StatusTime, items::RunEngine};
+    const QStringList expected{items::DataPath,     items::InstPath,   items::MethPath,
+                               items::SystemStatus, items::StatusTime, items::RunEngine};
     EXPECT_EQ(QStringList(App.DDEItems.begin(), App.DDEItems.begin() + 6), expected);
     EXPECT_EQ(App.DDEItems[6], "");
     EXPECT_EQ(App.DDEItems[7], "left alone");

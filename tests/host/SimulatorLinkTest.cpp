@@ -1,3 +1,6 @@
+#include <QFile>
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "CPLinks.h"
 #include "FrmOrq.h"
@@ -9,9 +12,6 @@
 #include "SimulatorProcess.h"
 #include "StartupFetch.h"
 #include "StartupFixture.h"
-
-#include <QFile>
-#include <QLineEdit>
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -27,7 +27,8 @@ protected:
         unloadFrmORQ();
         unloadCPLinks();
         itemfeed::reset();
-        host = std::make_unique<SimulatorProcess>(QStringList{"--model", "4430", "--run-seconds", "0.2"});
+        host = std::make_unique<SimulatorProcess>(
+            QStringList{"--model", "4430", "--run-seconds", "0.2"});
         ASSERT_TRUE(host->started());
         qputenv("ZENTROVAR_CONFIG_DIR", host->configFolder().toUtf8());
         App.GlblDDEApp = host->service();
@@ -69,7 +70,9 @@ TEST_F(SimulatorLinkTest, NameCheckCreatesAndDeletesTheFile) {
     DDEexecute(link(), commands::NameCheckClose);
     DDEexecute(link(), commands::NameCheckDelete(folder, "Probe"));
     EXPECT_FALSE(QFile::exists(folder + "Probe"));
-    EXPECT_EQ(ask(commands::NameCheckOpen("/no/such/folder/", "Probe"), commands::NameCheckVariable), "1");
+    EXPECT_EQ(
+        ask(commands::NameCheckOpen("/no/such/folder/", "Probe"), commands::NameCheckVariable),
+        "1");
 }
 
 TEST_F(SimulatorLinkTest, RunCommandsAndEveryItemArrive) {
@@ -93,7 +96,8 @@ TEST_F(SimulatorLinkTest, RunCommandsAndEveryItemArrive) {
     DDEExecut_LoadMethod(link(), commands::PrepareSingleRun(run));
     DDEExecute_RunMethod(link(), commands::HostStart(1));
     EXPECT_TRUE(cpLinks().ddeRunEngineStatus->text().startsWith("RUNNING"));
-    ASSERT_TRUE(waitUntil([] { return cpLinks().ddeRunEngineStatus->text().startsWith("Completed"); }));
+    ASSERT_TRUE(
+        waitUntil([] { return cpLinks().ddeRunEngineStatus->text().startsWith("Completed"); }));
     EXPECT_TRUE(QFile::exists(host->dataFolder() + "Sub1/D1.d"));
     DDEExecut_LoadMethod(link(), commands::LoadMethod("BACKSTD"));
     EXPECT_EQ(dialogs.boxTitles(), QStringList{"VB DDE Error"});
@@ -101,8 +105,9 @@ TEST_F(SimulatorLinkTest, RunCommandsAndEveryItemArrive) {
     const QStringList executed = host->executed();
     ASSERT_EQ(executed.size(), 4);
     EXPECT_EQ(executed[0], "CPWAIT\tORQ_SetRunTableVars \"Avery\", \"Sub1\"");
-    EXPECT_EQ(executed[1],
-              R"(CPNOWAIT	ORQ_PrepareSingleRun "FRONTSTD", 1, "S1", 105, "D1", "1.5", "2", "", "", "info")");
+    EXPECT_EQ(
+        executed[1],
+        R"(CPNOWAIT	ORQ_PrepareSingleRun "FRONTSTD", 1, "S1", 105, "D1", "1.5", "2", "", "", "info")");
     EXPECT_EQ(executed[2], "CPNOWAIT\tORQ_HOST_START 1");
     EXPECT_EQ(executed[3], "CPNOWAIT\tORQ_LoadMethod BACKSTD");
 }

@@ -1,12 +1,11 @@
 // The English table built into the program, checked against what the program
 // does with its texts.
 
-#include "NlsFixture.h"
-
-#include "platform/Conversions.h"
-
 #include <QSet>
 #include <map>
+
+#include "NlsFixture.h"
+#include "platform/Conversions.h"
 
 namespace sidekin::test {
 namespace {
@@ -45,8 +44,7 @@ TEST_F(EnglishTable, HoldsATextForEachUsedIdAndNoOther) {
     const QSet<int> used = usedIds();
     ASSERT_EQ(used.size(), 175);
     // A mistyped id would show up as a text nobody asks for.
-    for (int id = 0; id < 200000; ++id)
-        EXPECT_EQ(!fullText(id).isEmpty(), used.contains(id)) << id;
+    for (int id = 0; id < 200000; ++id) EXPECT_EQ(!fullText(id).isEmpty(), used.contains(id)) << id;
 }
 
 TEST_F(EnglishTable, TextsFitTheSharedBuffer) {
@@ -55,9 +53,13 @@ TEST_F(EnglishTable, TextsFitTheSharedBuffer) {
 
 TEST_F(EnglishTable, TokensStandExactlyWhereTheyAreFilledIn) {
     const std::map<int, QStringList> tokens = {
-        {17120, {"<NUMBER1>", "<NUMBER2>"}}, {17204, {"<NAME>"}},
-        {17215, {"<NUMBER1>", "<NUMBER2>"}}, {17218, {"<NAME>"}},
-        {17224, {"<NUMBER>"}},  {17226, {"<NUMBER>"}},  {17231, {"<NUMBER>"}},
+        {17120, {"<NUMBER1>", "<NUMBER2>"}},
+        {17204, {"<NAME>"}},
+        {17215, {"<NUMBER1>", "<NUMBER2>"}},
+        {17218, {"<NAME>"}},
+        {17224, {"<NUMBER>"}},
+        {17226, {"<NUMBER>"}},
+        {17231, {"<NUMBER>"}},
     };
     for (int id : usedIds()) {
         const QString text = GetResourceString(id);
@@ -79,8 +81,8 @@ TEST_F(EnglishTable, RunProgressTextsEndInABlankBeforeTheNumber) {
 TEST_F(EnglishTable, TextsComparedWithEachOtherDiffer) {
     const std::vector<QStringList> groups = {
         textsOf({{17040, 17042}, {17044, 17048}}),  // vial entries and injection types
-        textsOf({{17016, 17018}}),                   // Start, Pause, Resume
-        textsOf({{17300, 17315}}),                   // status words
+        textsOf({{17016, 17018}}),                  // Start, Pause, Resume
+        textsOf({{17300, 17315}}),                  // status words
     };
     for (const QStringList& group : groups) {
         QStringList unique = group;

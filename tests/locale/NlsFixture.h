@@ -1,14 +1,14 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <optional>
+
 #include "AppState.h"
 #include "G11n.h"
 #include "Nls.h"
 #include "ScriptedDialogs.h"
 #include "TempFolder.h"
-
-#include <gtest/gtest.h>
-
-#include <optional>
 
 namespace sidekin::test {
 
@@ -52,8 +52,10 @@ private:
         return qgetenv(name);
     }
     static void restore(const char* name, const std::optional<QByteArray>& value) {
-        if (value) qputenv(name, *value);
-        else qunsetenv(name);
+        if (value)
+            qputenv(name, *value);
+        else
+            qunsetenv(name);
     }
     std::optional<QByteArray> savedLang;
     std::optional<QByteArray> savedDir;

@@ -1,9 +1,9 @@
 // The library stand-in and the fetching of texts by number.
 
-#include "NlsFixture.h"
-
 #include <QDir>
 #include <QLocale>
+
+#include "NlsFixture.h"
 
 // The resource macros must be used outside any namespace.
 static void dropEmbeddedTables() { Q_CLEANUP_RESOURCE(texts); }
@@ -141,8 +141,8 @@ TEST_F(NlsLibrary, NoTableAtAllIsToldOnceAndLeavesTextsEmpty) {
 
     EXPECT_EQ(text, "");
     ASSERT_EQ(dialogs.shown.size(), 1u);
-    EXPECT_EQ(dialogs.shown[0], (Shown{Shown::Box, BoxStyle::Critical,
-                                       "Error in loading NLSLibraries", "Error"}));
+    EXPECT_EQ(dialogs.shown[0],
+              (Shown{Shown::Box, BoxStyle::Critical, "Error in loading NLSLibraries", "Error"}));
 }
 
 TEST_F(NlsLibrary, TokensAreReplacedWherever) {

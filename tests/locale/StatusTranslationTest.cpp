@@ -46,8 +46,7 @@ TEST_F(StatusTranslation, ReadyRulesAllRunAndTheLastThatFiresWins) {
         {"plain word", f, "Ready", "<rdy>"},
         {"not ready is not half translated", f, "Not Ready", "<not-rdy>"},
         {"run in progress", f, "Run in Progress", "<running>"},
-        {"later rule starts from the host text", f, "Run in Progress, Ready",
-         "<running>, Ready"},
+        {"later rule starts from the host text", f, "Run in Progress, Ready", "<running>, Ready"},
         {"word twice", f, "Ready / Ready", "<rdy> / <rdy>"},
         {"surrounding text kept", f, "  System Ready ", "  System <rdy> "},
         {"case-sensitive", f, "READY", "READY"},
@@ -77,17 +76,14 @@ TEST_F(StatusTranslation, DescriptionChainsAndThePrepareOverrule) {
     useTable(madeUpTable);
     const Localize f = LocalizeStatusDescript;
     expectRows({
-        {"translation holding the word does not loop", f, "Elapsed",
-         "Elapsed (verstrichen)"},
+        {"translation holding the word does not loop", f, "Elapsed", "Elapsed (verstrichen)"},
         {"post run", f, "Post Run", "<post-run>"},
         {"elapsed ends the chain", f, "Elapsed Post Run Prepare",
          "Elapsed (verstrichen) Post Run Prepare"},
         {"post run ends the chain", f, "Post Run Last Run", "<post-run> Last Run"},
         {"last run alone", f, "Last Run", "<last-run>"},
-        {"prepare replaces the last run outcome", f, "Last Run Prepare",
-         "Last Run <prepare>"},
-        {"nrdy wait replaces the last run outcome", f, "Last Run nRdy Wait",
-         "Last Run <nrdy>"},
+        {"prepare replaces the last run outcome", f, "Last Run Prepare", "Last Run <prepare>"},
+        {"nrdy wait replaces the last run outcome", f, "Last Run nRdy Wait", "Last Run <nrdy>"},
         {"prepare before nrdy wait", f, "nRdy Wait Prepare", "nRdy Wait <prepare>"},
         {"prepare twice", f, "Prepare, Prepare", "<prepare>, <prepare>"},
         {"case-sensitive", f, "nrdy wait", "nrdy wait"},
@@ -123,8 +119,7 @@ TEST_F(StatusTranslation, EmptyOrMissingTranslationDropsTheWord) {
     useTable("17301=\n17303=\n17310=\n");
     expectRows({
         {"empty text", LocalizeSysStatusReady, "System Not Ready", "System "},
-        {"empty text ends the chain", LocalizeSysStatusMethod,
-         "Customized Data Analysis!", "!"},
+        {"empty text ends the chain", LocalizeSysStatusMethod, "Customized Data Analysis!", "!"},
         {"empty unit word", LocalizeStatusTimeUnits, "5 min", "5 "},
         {"id missing from the table", LocalizeStatusDescript, "Elapsed", ""},
         {"ready word missing from the table", LocalizeSysStatusReady, "Ready", ""},

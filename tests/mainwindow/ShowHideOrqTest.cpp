@@ -1,9 +1,9 @@
+#include <QLineEdit>
+
 #include "FrmOrq.h"
 #include "LinkTextBox.h"
 #include "ShowHideOrq.h"
 #include "StartupFixture.h"
-
-#include <QLineEdit>
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -48,8 +48,6 @@ TEST_F(ShowHideOrqTest, TooShortForTheLineEndIsErrorFive) {
     EXPECT_EQ(dialogs.shown[0].text, "Invalid procedure call or argument");
 }
 
-TEST_F(ShowHideOrqTest, ZeroZeroEndsTheProgram) {
-    EXPECT_THROW(hostSays("00\r\n"), ProgramEnded);
-}
+TEST_F(ShowHideOrqTest, ZeroZeroEndsTheProgram) { EXPECT_THROW(hostSays("00\r\n"), ProgramEnded); }
 
 }  // namespace

@@ -1,11 +1,11 @@
 // Takes counter names for ever, printing each one once it is handed out.
 // The counter kill test ends it at random moments.
-#include "AppState.h"
-#include "Counters.h"
-
 #include <QApplication>
 #include <QLineEdit>
 #include <cstdio>
+
+#include "AppState.h"
+#include "Counters.h"
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");

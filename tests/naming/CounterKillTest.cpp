@@ -1,11 +1,11 @@
-#include "Profile.h"
-#include "TempFolder.h"
-
 #include <gtest/gtest.h>
 
 #include <QProcess>
 #include <QRandomGenerator>
 #include <csignal>
+
+#include "Profile.h"
+#include "TempFolder.h"
 
 using namespace sidekin;
 
@@ -26,8 +26,7 @@ TEST(CounterKillTest, StoredCountNeverGoesBack) {
         const int namesWanted = random.bounded(1, 6);
         int lastHanded = -1;
         while (lastHanded < lastStored + namesWanted - 1 && child.waitForReadyRead(5000)) {
-            while (child.canReadLine())
-                lastHanded = child.readLine().trimmed().mid(3).toInt();
+            while (child.canReadLine()) lastHanded = child.readLine().trimmed().mid(3).toInt();
         }
         ::kill(static_cast<pid_t>(child.processId()), SIGKILL);
         child.waitForFinished(5000);

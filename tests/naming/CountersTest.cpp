@@ -1,11 +1,11 @@
+#include <QFile>
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "Counters.h"
 #include "G11n.h"
 #include "Profile.h"
 #include "StartupFixture.h"
-
-#include <QFile>
-#include <QLineEdit>
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -19,12 +19,10 @@ protected:
         App.GlblIniFile = config.file("ORQ.INI");
     }
     void store(const QByteArray& dataFile, const QByteArray& naming = "PrefixCounter") {
-        config.write("ORQ.INI", "[Oil,FAME]\r\nDataFileNaming=" + naming + "\r\nDataFile=" +
-                                    dataFile + "\r\n[Other]\r\nKey=kept\r\n");
+        config.write("ORQ.INI", "[Oil,FAME]\r\nDataFileNaming=" + naming +
+                                    "\r\nDataFile=" + dataFile + "\r\n[Other]\r\nKey=kept\r\n");
     }
-    QString stored() const {
-        return GetPvtProfileStr("Oil,FAME", "DataFile", App.GlblIniFile);
-    }
+    QString stored() const { return GetPvtProfileStr("Oil,FAME", "DataFile", App.GlblIniFile); }
     QString take() { return GetNextFileName(field, "Oil", "FAME"); }
     QString peek() { return PeekNextFileName("Oil", "FAME"); }
 
@@ -38,15 +36,15 @@ struct WidthCase {
 };
 
 TEST_F(CountersTest, NameWidthFollowsThePrefixLength) {
-    for (WidthCase c : {WidthCase{"ABC,17", "ABC000017", 1000000},
-                        WidthCase{"ABCDEFGHI,5", "ABCDEFGHI000005", 1000000},
-                        WidthCase{"ABCDEFGHIJ,5", "ABCDEFGHIJ00005", 100000},
-                        WidthCase{"ABCDEFGHIJKL,7", "ABCDEFGHIJKL007", 1000},
-                        WidthCase{"ABCDEFGHIJKLMN,7", "ABCDEFGHIJKLMN7", 10},
-                        WidthCase{"ABCDEFGHIJKLMNO,0", "ABCDEFGHIJKLMNO0", 1},
-                        WidthCase{"ABCDEFGHIJKL,1000", "ABCDEFGHIJKL1000", 1000},
-                        WidthCase{" ABC , 17 ", "ABC000017", 1000000},
-                        WidthCase{"", "000000", 1000000}}) {
+    for (WidthCase c :
+         {WidthCase{"ABC,17", "ABC000017", 1000000},
+          WidthCase{"ABCDEFGHI,5", "ABCDEFGHI000005", 1000000},
+          WidthCase{"ABCDEFGHIJ,5", "ABCDEFGHIJ00005", 100000},
+          WidthCase{"ABCDEFGHIJKL,7", "ABCDEFGHIJKL007", 1000},
+          WidthCase{"ABCDEFGHIJKLMN,7", "ABCDEFGHIJKLMN7", 10},
+          WidthCase{"ABCDEFGHIJKLMNO,0", "ABCDEFGHIJKLMNO0", 1},
+          WidthCase{"ABCDEFGHIJKL,1000", "ABCDEFGHIJKL1000", 1000},
+          WidthCase{" ABC , 17 ", "ABC000017", 1000000}, WidthCase{"", "000000", 1000000}}) {
         store(c.dataFile);
         EXPECT_EQ(peek(), c.name) << c.dataFile;
         EXPECT_EQ(GetDataFileCountMax("Oil", "FAME"), c.countMax) << c.dataFile;

@@ -1,12 +1,12 @@
+#include <QDir>
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "DataFileCheck.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
 #include "RunTable.h"
 #include "StartupFixture.h"
-
-#include <QDir>
-#include <QLineEdit>
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -36,7 +36,8 @@ protected:
 TEST_F(DataFileCheckTest, ReportsAndMarksTheComingRowsWhoseFilesExist) {
     makeDataFile("RunB");
     makeDataFile("RunC");
-    EXPECT_EQ(DataFileExits(), "     Run: 2   Data File Name: RunB\r     Run: 3   Data File Name: RunC\r");
+    EXPECT_EQ(DataFileExits(),
+              "     Run: 2   Data File Name: RunB\r     Run: 3   Data File Name: RunC\r");
     EXPECT_EQ(grid().cellBackColor(1, 0), RnTblColorNone);
     EXPECT_EQ(grid().cellBackColor(2, 0), RnTblColorFileExists);
     EXPECT_EQ(grid().cellBackColor(3, 1), RnTblColorFileExists);

@@ -1,13 +1,13 @@
+#include <QApplication>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QVBoxLayout>
+
 #include "FileNameRules.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
 #include "RunTable.h"
 #include "StartupFixture.h"
-
-#include <QApplication>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QVBoxLayout>
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -35,20 +35,18 @@ const QString forty(40, u'a');
 
 INSTANTIATE_TEST_SUITE_P(
     Names, IsValidFileCharTest,
-    ::testing::Values(
-        CharCase{"plain", "Run_01", true, "Run_01"},
-        CharCase{"everyPunctuation", "a-_^$~!#&{}@`'()", true, "a-_^$~!#&{}@`'()"},
-        CharCase{"empty", "", true, ""},
-        CharCase{"fortyPasses", forty, true, forty},
-        CharCase{"fortyOneFailsUntouched", forty + "b", false, forty + "b"},
-        CharCase{"leadingBlanksDroppedSilently", "  abc", true, "abc"},
-        CharCase{"fortyWithLeadingBlankIsTooLong", " " + forty, false, " " + forty},
-        CharCase{"blankBetweenLettersCuts", "a b", false, "a"},
-        CharCase{"leadingDotEmpties", ".abc", false, ""},
-        CharCase{"extensionCut", "run.d", false, "run"},
-        CharCase{"noLocaleLetters", QString::fromUtf8("Prüfung"), false, "Pr"},
-        CharCase{"slashCut", "a/b", false, "a"},
-        CharCase{"percentCut", "50%", false, "50"}),
+    ::testing::Values(CharCase{"plain", "Run_01", true, "Run_01"},
+                      CharCase{"everyPunctuation", "a-_^$~!#&{}@`'()", true, "a-_^$~!#&{}@`'()"},
+                      CharCase{"empty", "", true, ""}, CharCase{"fortyPasses", forty, true, forty},
+                      CharCase{"fortyOneFailsUntouched", forty + "b", false, forty + "b"},
+                      CharCase{"leadingBlanksDroppedSilently", "  abc", true, "abc"},
+                      CharCase{"fortyWithLeadingBlankIsTooLong", " " + forty, false, " " + forty},
+                      CharCase{"blankBetweenLettersCuts", "a b", false, "a"},
+                      CharCase{"leadingDotEmpties", ".abc", false, ""},
+                      CharCase{"extensionCut", "run.d", false, "run"},
+                      CharCase{"noLocaleLetters", QString::fromUtf8("Prüfung"), false, "Pr"},
+                      CharCase{"slashCut", "a/b", false, "a"},
+                      CharCase{"percentCut", "50%", false, "50"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 class FileNameTest : public StartupFixture {};

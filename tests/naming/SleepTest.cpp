@@ -1,7 +1,7 @@
+#include <QTimer>
+
 #include "Sleep.h"
 #include "StartupFixture.h"
-
-#include <QTimer>
 
 using namespace sidekin;
 using namespace sidekin::test;

@@ -1,11 +1,11 @@
+#include <QComboBox>
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "FrmOrq.h"
 #include "G11n.h"
 #include "StartupFixture.h"
 #include "SubDirectory.h"
-
-#include <QComboBox>
-#include <QLineEdit>
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -40,19 +40,22 @@ TEST_F(SubDirectoryTest, EachModeFormsItsName) {
     struct {
         const char* mode;
         const char* expected;
-    } cases[] = {{"Manual", "Lab"},           {"FullDate", "20091222"},
-                 {"PrefixDate", "Lab091222"}, {"PrefixJulian", "Lab2009356"},
-                 {"PrefixMonth", "Lab1222"},  {"OperatorDate", "Smith091222"},
-                 {"OperatorJulian", "Smith2009356"}, {"OperatorMonth", "Smith1222"}};
+    } cases[] = {{"Manual", "Lab"},
+                 {"FullDate", "20091222"},
+                 {"PrefixDate", "Lab091222"},
+                 {"PrefixJulian", "Lab2009356"},
+                 {"PrefixMonth", "Lab1222"},
+                 {"OperatorDate", "Smith091222"},
+                 {"OperatorJulian", "Smith2009356"},
+                 {"OperatorMonth", "Smith1222"}};
     for (auto c : cases)
-        EXPECT_EQ(propose(QByteArray("DataSubDirMode=") + c.mode + "\nDataSubDir= Lab \n"), c.expected)
+        EXPECT_EQ(propose(QByteArray("DataSubDirMode=") + c.mode + "\nDataSubDir= Lab \n"),
+                  c.expected)
             << c.mode;
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(SubDirectoryTest, NothingStoredMeansManualAndAnEmptyField) {
-    EXPECT_EQ(propose(""), "");
-}
+TEST_F(SubDirectoryTest, NothingStoredMeansManualAndAnEmptyField) { EXPECT_EQ(propose(""), ""); }
 
 TEST_F(SubDirectoryTest, UnknownModeLeavesTheField) {
     EXPECT_EQ(propose("DataSubDirMode=prefixdate\nDataSubDir=Lab\n"), "Before");
@@ -72,8 +75,9 @@ TEST_F(SubDirectoryTest, LengthCapsAndDayDigits) {
 TEST_F(SubDirectoryTest, ABlankInTheOperatorCutsTheNameWithAMessage) {
     frmORQ().cboOperator->setItemText(0, "Ana Ruiz");
     EXPECT_EQ(propose("DataSubDirMode=OperatorDate\n"), "Ana");
-    EXPECT_EQ(dialogs.shown, (std::vector<Shown>{{Shown::Box, BoxStyle::ExclamationOk,
-                                                  GetResourceString(17205), GetResourceString(17260)}}));
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<Shown>{{Shown::Box, BoxStyle::ExclamationOk, GetResourceString(17205),
+                                   GetResourceString(17260)}}));
 }
 
 }  // namespace

@@ -1,5 +1,11 @@
 #include "WalkFixture.h"
 
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
 #include "AppState.h"
 #include "CPLinks.h"
 #include "FlexGridView.h"
@@ -9,12 +15,6 @@
 #include "RunControl.h"
 #include "StartupFetch.h"
 #include "StatusEvents.h"
-
-#include <QComboBox>
-#include <QDir>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 
 namespace sidekin::test {
 
@@ -35,8 +35,8 @@ void WalkFixture::TearDown() {
 }
 
 void WalkFixture::startHost(double runSeconds, QStringList extra) {
-    host = std::make_unique<SimulatorProcess>(QStringList{"--run-seconds", QString::number(runSeconds)} +
-                                              extra);
+    host = std::make_unique<SimulatorProcess>(
+        QStringList{"--run-seconds", QString::number(runSeconds)} + extra);
     ASSERT_TRUE(host->started());
     qputenv("ZENTROVAR_CONFIG_DIR", host->configFolder().toUtf8());
     App.GlblDDEApp = host->service();
@@ -57,9 +57,16 @@ void WalkFixture::startHost(double runSeconds, QStringList extra) {
 void WalkFixture::addRun(const QString& method, int injectionTypeId, const QString& vial,
                          const QString& dataFile, const QString& info) {
     FlexGrid& grid = frmORQ().fgrdRunTable->grid();
-    const QStringList cells{QString::number(grid.Rows()), QStringLiteral("Diesel"), method,
-                            QStringLiteral("S-") + dataFile, GetResourceString(injectionTypeId),
-                            vial, dataFile, QStringLiteral("1.5"), QString(), info};
+    const QStringList cells{QString::number(grid.Rows()),
+                            QStringLiteral("Diesel"),
+                            method,
+                            QStringLiteral("S-") + dataFile,
+                            GetResourceString(injectionTypeId),
+                            vial,
+                            dataFile,
+                            QStringLiteral("1.5"),
+                            QString(),
+                            info};
     grid.AddItem(cells.join(QLatin1Char('\t')));
 }
 

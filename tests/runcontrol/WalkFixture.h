@@ -1,9 +1,9 @@
 #pragma once
 
+#include <memory>
+
 #include "SimulatorProcess.h"
 #include "StartupFixture.h"
-
-#include <memory>
 
 namespace sidekin::test {
 

@@ -1,19 +1,19 @@
-#include "AppState.h"
-#include "CPLinks.h"
-#include "FlexGridView.h"
-#include "FrmOrq.h"
-#include "FileNameRules.h"
-#include "G11n.h"
-#include "RunTable.h"
-#include "WalkFixture.h"
-
 #include <QColor>
 #include <QComboBox>
-#include <QPalette>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPalette>
 #include <QPushButton>
+
+#include "AppState.h"
+#include "CPLinks.h"
+#include "FileNameRules.h"
+#include "FlexGridView.h"
+#include "FrmOrq.h"
+#include "G11n.h"
+#include "RunTable.h"
+#include "WalkFixture.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -38,19 +38,19 @@ TEST_F(WalkTest, ThreeRowsWalkToTheEndWithTheExactCommands) {
 
     const QString operatorName = frmORQ().cboOperator->currentText();
     const QString checkedFile = App.GlblOrqDir + "Batch7";
-    EXPECT_EQ(hostCommands(),
-              (QStringList{
-                  "ORQNameCheck=0;On Error ORQNameCheck=1;Open \"" + checkedFile +
-                      "\" For Output As #3; On Error",
-                  "Close #3",
-                  "Delete \"" + checkedFile + "\",DontAsk",
-                  "ORQ_SetRunTableVars \"" + operatorName + "\", \"Batch7\"",
-                  R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "S-RunA", 105, "RunA", "1.5", "", "", "", "")",
-                  "ORQ_HOST_START 1",
-                  R"(ORQ_PrepareSingleRun "BACKSTD", 2, "S-RunB", 207, "RunB", "1.5", "", "", "", "note")",
-                  "ORQ_HOST_START 2",
-                  R"(ORQ_PrepareSingleRun "FRONTFAST", 1, "S-RunC", , "RunC", "1.5", "", "", "", "")",
-                  "ORQ_HOST_START 3"}));
+    EXPECT_EQ(
+        hostCommands(),
+        (QStringList{
+            "ORQNameCheck=0;On Error ORQNameCheck=1;Open \"" + checkedFile +
+                "\" For Output As #3; On Error",
+            "Close #3", "Delete \"" + checkedFile + "\",DontAsk",
+            "ORQ_SetRunTableVars \"" + operatorName + "\", \"Batch7\"",
+            R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "S-RunA", 105, "RunA", "1.5", "", "", "", "")",
+            "ORQ_HOST_START 1",
+            R"(ORQ_PrepareSingleRun "BACKSTD", 2, "S-RunB", 207, "RunB", "1.5", "", "", "", "note")",
+            "ORQ_HOST_START 2",
+            R"(ORQ_PrepareSingleRun "FRONTFAST", 1, "S-RunC", , "RunC", "1.5", "", "", "", "")",
+            "ORQ_HOST_START 3"}));
     EXPECT_EQ(App.GlblCurrentRun, 0);
     for (int row = 1; row <= 3; ++row) EXPECT_EQ(rowColour(row), RnTblColorCompleted) << row;
     EXPECT_EQ(currentRunText(), text(17102));
@@ -69,7 +69,8 @@ TEST_F(WalkTest, OneRowTable) {
     ASSERT_TRUE(waitForIdle());
     EXPECT_EQ(rowColour(1), RnTblColorCompleted);
     EXPECT_EQ(currentRunText(), text(17102));
-    EXPECT_TRUE(hostCommands().contains(R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "S-Only", 3, "Only", "1.5", "", "", "", "")"));
+    EXPECT_TRUE(hostCommands().contains(
+        R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "S-Only", 3, "Only", "1.5", "", "", "", "")"));
 }
 
 TEST_F(WalkTest, ManualInjectionSendsVialZero) {
@@ -77,7 +78,8 @@ TEST_F(WalkTest, ManualInjectionSendsVialZero) {
     addRun("MANUAL", 17048, GetResourceString(17041), "Hand");
     clickStartPauseResume();
     ASSERT_TRUE(waitForIdle());
-    EXPECT_TRUE(hostCommands().contains(R"(ORQ_PrepareSingleRun "MANUAL", 2, "S-Hand", 0, "Hand", "1.5", "", "", "", "")"));
+    EXPECT_TRUE(hostCommands().contains(
+        R"(ORQ_PrepareSingleRun "MANUAL", 2, "S-Hand", 0, "Hand", "1.5", "", "", "", "")"));
 }
 
 TEST_F(WalkTest, PauseThenResumeBeforeTheRunEndsChangesNothing) {
@@ -214,9 +216,9 @@ TEST_F(WalkTest, StatusAndTimeLabelsFollowTheHostDuringAWalk) {
 
     clickStartPauseResume();
     // The host's line end stays behind the last field's text, as it always did.
-    EXPECT_TRUE(waitUntil([&] {
-        return ready.text() == "Run in Progress" && time.text() == "Elapsed: 0.0 min\r\n";
-    }, 1500));
+    EXPECT_TRUE(waitUntil(
+        [&] { return ready.text() == "Run in Progress" && time.text() == "Elapsed: 0.0 min\r\n"; },
+        1500));
     EXPECT_EQ(ready.palette().color(QPalette::Window), QColor(255, 255, 0));  // SysYellow
     ASSERT_TRUE(waitForIdle());
     EXPECT_EQ(ready.text(), "Ready");
@@ -228,8 +230,9 @@ TEST_F(WalkTest, UnknownInjectorIsToldAndRunsAsTheFront) {
     addRun("NOSUCH", 17044, "4", "Lost");
     clickStartPauseResume();
     ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(dialogs.shown, (std::vector<Shown>{{Shown::Box, BoxStyle::ExclamationOk, text(17216),
-                                                  text(17266)}}));
+    EXPECT_EQ(
+        dialogs.shown,
+        (std::vector<Shown>{{Shown::Box, BoxStyle::ExclamationOk, text(17216), text(17266)}}));
     EXPECT_TRUE(hostCommands().contains(
         R"(ORQ_PrepareSingleRun "NOSUCH", 1, "S-Lost", 104, "Lost", "1.5", "", "", "", "")"));
 }

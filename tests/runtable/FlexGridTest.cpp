@@ -1,12 +1,12 @@
-#include "ErrorOf.h"
-#include "FlexGrid.h"
-#include "RuntimeError.h"
-
 #include <gtest/gtest.h>
 
 #include <QStringList>
 #include <array>
 #include <functional>
+
+#include "ErrorOf.h"
+#include "FlexGrid.h"
+#include "RuntimeError.h"
 
 using namespace sidekin;
 using sidekin::test::errorOf;
@@ -24,7 +24,9 @@ void fill(FlexGrid& grid, const QString& letters) {
     for (QChar c : letters) grid.AddItem(QStringLiteral("0\t") + c + QStringLiteral("\tM"));
 }
 
-std::array<int, 4> selection(const FlexGrid& g) { return {g.Row(), g.Col(), g.RowSel(), g.ColSel()}; }
+std::array<int, 4> selection(const FlexGrid& g) {
+    return {g.Row(), g.Col(), g.RowSel(), g.ColSel()};
+}
 
 TEST(FlexGridTest, FlatIndexAndItsBounds) {
     FlexGrid grid;

@@ -1,12 +1,12 @@
-#include "FlexGridView.h"
-#include "RunTable.h"
-#include "StartupFixture.h"
-
 #include <QAbstractItemModelTester>
 #include <QHeaderView>
 #include <QSignalSpy>
 #include <QTest>
 #include <set>
+
+#include "FlexGridView.h"
+#include "RunTable.h"
+#include "StartupFixture.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -39,7 +39,9 @@ protected:
                           part->visualRect(model().indexOfCell(gridRow, col)).center());
         QCoreApplication::processEvents();
     }
-    std::array<int, 4> selection() { return {grid().Row(), grid().Col(), grid().RowSel(), grid().ColSel()}; }
+    std::array<int, 4> selection() {
+        return {grid().Row(), grid().Col(), grid().RowSel(), grid().ColSel()};
+    }
     // Grid rows and columns shown selected.
     std::pair<std::set<int>, std::set<int>> shown() {
         std::set<int> rows, cols;
@@ -57,7 +59,8 @@ TEST_F(FlexGridViewTest, ModelStaysConsistentThroughEveryGridOperation) {
     testerFailures.clear();
     const QtMessageHandler previous = qInstallMessageHandler(collectFailures);
     {
-        QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Warning);
+        QAbstractItemModelTester tester(&model(),
+                                        QAbstractItemModelTester::FailureReportingMode::Warning);
         grid().AddItem("0\tE");
         grid().AddItem("0\tF", 2);
         grid().AddItem("0\tAbove the header", 0);

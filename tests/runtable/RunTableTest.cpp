@@ -1,9 +1,3 @@
-#include "AppState.h"
-#include "Nls.h"
-#include "RunTable.h"
-#include "RuntimeError.h"
-#include "StartupFixture.h"
-
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,14 +5,19 @@
 #include <QSignalSpy>
 #include <array>
 
+#include "AppState.h"
+#include "Nls.h"
+#include "RunTable.h"
+#include "RuntimeError.h"
+#include "StartupFixture.h"
+
 using namespace sidekin;
 using namespace sidekin::test;
 
 namespace {
 
-const QStringList EnglishHeaders = {"Run",      "Sample",    "Method",     "Sample ID",
-                                    "Inj Type", "Vial",      "Data File",  "Sample Amt",
-                                    "ISTD Amt", "Sample Info"};
+const QStringList EnglishHeaders = {"Run",  "Sample",    "Method",     "Sample ID", "Inj Type",
+                                    "Vial", "Data File", "Sample Amt", "ISTD Amt",  "Sample Info"};
 
 QStringList headers(const FlexGrid& grid) {
     QStringList out;
@@ -26,7 +25,9 @@ QStringList headers(const FlexGrid& grid) {
     return out;
 }
 
-std::array<int, 4> selection(const FlexGrid& g) { return {g.Row(), g.Col(), g.RowSel(), g.ColSel()}; }
+std::array<int, 4> selection(const FlexGrid& g) {
+    return {g.Row(), g.Col(), g.RowSel(), g.ColSel()};
+}
 
 class RunTableTest : public StartupFixture {
 protected:
@@ -49,7 +50,9 @@ protected:
         setNlsLanguage("xx");
         ASSERT_EQ(NLSInit(0), 1);
     }
-    void clearRunTable() { ClearRunTable(grid, {&edit, &del, &start, &print, &lblSubDir, &txtSubDir}); }
+    void clearRunTable() {
+        ClearRunTable(grid, {&edit, &del, &start, &print, &lblSubDir, &txtSubDir});
+    }
 
     TempFolder texts;
     FlexGrid grid{1, 2};
@@ -61,8 +64,8 @@ protected:
 TEST_F(RunTableTest, HeadersGiveTenLeftAlignedColumnsAndTheCharset) {
     EXPECT_EQ(headers(grid), EnglishHeaders);
     for (int c = 0; c < 10; ++c) EXPECT_EQ(grid.ColAlignment(c), GridAlignment::Left) << c;
-    for (auto [text, charset] : {std::pair<QByteArray, int>{"128", 128}, {" 134 GB2312", 134},
-                                 {"Western", 0}, {"", 0}}) {
+    for (auto [text, charset] :
+         {std::pair<QByteArray, int>{"128", 128}, {" 134 GB2312", 134}, {"Western", 0}, {"", 0}}) {
         App.GlblFontCharset = -7;
         useCharsetText(text);
         SetColumnHeaders(grid);
@@ -87,8 +90,8 @@ TEST_F(RunTableTest, ClearRunTableLeavesAnEmptyTableWithHeaders) {
 TEST_F(RunTableTest, ClearRunTableGoesOnWhenTheHeadersFail) {
     useCharsetText("70000");
     clearRunTable();
-    EXPECT_EQ(dialogs.shown, (std::vector<Shown>{{Shown::Box, BoxStyle::Plain, "Overflow",
-                                                  "SetColumnHeaders"}}));
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<Shown>{{Shown::Box, BoxStyle::Plain, "Overflow", "SetColumnHeaders"}}));
     EXPECT_EQ(grid.Rows(), 1);
     EXPECT_EQ(headers(grid), QStringList(10, QString()));  // Clear wiped them
     EXPECT_TRUE(!print.isEnabled() && txtSubDir.isHidden());
@@ -101,13 +104,18 @@ TEST_F(RunTableTest, ClearFrmOrqEntresRereadsTheOperators) {
         QStringList boxTitles;
     };
     for (const Case& c : {
-             Case{"[Operators]\nNumOperators=3\nOperator1=Ann\nOperator3=Cy\n", {"Ann", "-1", "Cy"}, {}},
-             Case{"[Operators]\nNumOperators=2 people\nOperator1=Ann\nOperator2=Bo\n", {"Ann", "Bo"}, {}},
+             Case{"[Operators]\nNumOperators=3\nOperator1=Ann\nOperator3=Cy\n",
+                  {"Ann", "-1", "Cy"},
+                  {}},
+             Case{"[Operators]\nNumOperators=2 people\nOperator1=Ann\nOperator2=Bo\n",
+                  {"Ann", "Bo"},
+                  {}},
              Case{"[Operators]\nOperator1=Ann\n", {}, {}},
              Case{"", {}, {}},
              Case{"[Operators]\nNumOperators=40000\n", {}, {"ClearFrmOrqEntres"}},
          }) {
-        App.GlblIniFile = c.ini.isEmpty() ? config.file("none.ini") : config.write("ORQ.INI", c.ini);
+        App.GlblIniFile =
+            c.ini.isEmpty() ? config.file("none.ini") : config.write("ORQ.INI", c.ini);
         App.GlblOperator = "Bob";
         dialogs.shown.clear();
         QComboBox combo;

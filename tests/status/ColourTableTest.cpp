@@ -1,7 +1,7 @@
+#include <gtest/gtest.h>
+
 #include "ColourTable.h"
 #include "LabelColours.h"
-
-#include <gtest/gtest.h>
 
 namespace sidekin {
 namespace {
@@ -49,9 +49,12 @@ TEST(ColourTable, NumbersCarryRedInTheLowByte) {
         QColor expected;
     };
     const Row rows[] = {
-        {255, QColor(255, 0, 0)},        {65280, QColor(0, 255, 0)},
-        {16711680, QColor(0, 0, 255)},   {65535, QColor(255, 255, 0)},
-        {16776960, QColor(0, 255, 255)}, {16711935, QColor(255, 0, 255)},
+        {255, QColor(255, 0, 0)},
+        {65280, QColor(0, 255, 0)},
+        {16711680, QColor(0, 0, 255)},
+        {65535, QColor(255, 255, 0)},
+        {16776960, QColor(0, 255, 255)},
+        {16711935, QColor(255, 0, 255)},
         {0x123456, QColor(0x56, 0x34, 0x12)},
     };
     for (const Row& row : rows) {

@@ -1,11 +1,11 @@
 // The font that a legacy character set number stands for.
 
+#include <QApplication>
+#include <QFontDatabase>
+
 #include "FontCharset.h"
 #include "StatusFixture.h"
 #include "platform/RuntimeError.h"
-
-#include <QApplication>
-#include <QFontDatabase>
 
 namespace sidekin::test {
 namespace {
@@ -18,10 +18,14 @@ TEST_F(FontCharset, ScriptSetsGetAFamilyForTheirScript) {
         QFontDatabase::WritingSystem script;
     };
     const Row rows[] = {
-        {128, QFontDatabase::Japanese},          {129, QFontDatabase::Korean},
-        {134, QFontDatabase::SimplifiedChinese}, {136, QFontDatabase::TraditionalChinese},
-        {161, QFontDatabase::Greek},             {177, QFontDatabase::Hebrew},
-        {178, QFontDatabase::Arabic},            {204, QFontDatabase::Cyrillic},
+        {128, QFontDatabase::Japanese},
+        {129, QFontDatabase::Korean},
+        {134, QFontDatabase::SimplifiedChinese},
+        {136, QFontDatabase::TraditionalChinese},
+        {161, QFontDatabase::Greek},
+        {177, QFontDatabase::Hebrew},
+        {178, QFontDatabase::Arabic},
+        {204, QFontDatabase::Cyrillic},
         {222, QFontDatabase::Thai},
     };
     QLabel label;
@@ -71,8 +75,9 @@ TEST_F(FontCharset, NumberIsTheNumericPrefixOfTheLanguageText) {
         std::int16_t expected;
     };
     const Row rows[] = {
-        {"17320=204", 204}, {"17320=128 Shift-JIS", 128}, {"17320=  134", 134},
-        {"17320=Cyrillic", 0}, {"17320=", 0}, {"17002=no charset here", 0},
+        {"17320=204", 204},   {"17320=128 Shift-JIS", 128},
+        {"17320=  134", 134}, {"17320=Cyrillic", 0},
+        {"17320=", 0},        {"17002=no charset here", 0},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.table.toStdString());

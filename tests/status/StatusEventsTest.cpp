@@ -79,8 +79,7 @@ TEST_F(StatusEvents, WiringTwiceRunsEachEventOnce) {
     wireStatusEvents();
     cpLinks().ddeSystemStatus->setText("x");
     cpLinks().ddeStatusTime->setText("x");
-    EXPECT_EQ(dialogs.boxTitles(),
-              (QStringList{"DDESystemStatus_Change", "DDEStstusTime_Change"}));
+    EXPECT_EQ(dialogs.boxTitles(), (QStringList{"DDESystemStatus_Change", "DDEStstusTime_Change"}));
 }
 
 }  // namespace

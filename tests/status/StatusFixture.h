@@ -1,15 +1,15 @@
 #pragma once
 
+#include <QColor>
+#include <QLabel>
+#include <QLineEdit>
+
 #include "AppState.h"
 #include "CPLinks.h"
 #include "FrmOrq.h"
 #include "Nls.h"
 #include "StartupFixture.h"
 #include "StatusEvents.h"
-
-#include <QColor>
-#include <QLabel>
-#include <QLineEdit>
 
 namespace sidekin::test {
 
@@ -47,7 +47,9 @@ protected:
     static QLabel* ready() { return frmORQ().lblSysStatusReady; }
     static QLabel* method() { return frmORQ().lblSysStatusMethod; }
     static QLabel* timeLabel() { return frmORQ().lblStatusTime; }
-    static QColor background(const QLabel* label) { return label->palette().color(QPalette::Window); }
+    static QColor background(const QLabel* label) {
+        return label->palette().color(QPalette::Window);
+    }
     static QColor ink(const QLabel* label) { return label->palette().color(QPalette::WindowText); }
 
     TempFolder texts;

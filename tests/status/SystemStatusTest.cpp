@@ -1,9 +1,9 @@
 // The system status labels, fed through the mailbox box as the host feeds them.
 
-#include "StatusFixture.h"
-
 #include <QFontDatabase>
 #include <QImage>
+
+#include "StatusFixture.h"
 
 namespace sidekin::test {
 namespace {
@@ -45,30 +45,58 @@ TEST_F(SystemStatus, NestedStepsStopAtTheFirstBadField) {
         QString lastMethod;
     };
     const Row rows[] = {
-        {"both lines", "1|0|SysRed|Not Ready|MthGreen|Data Acquisition",
-         {"Not Ready", Red, White}, {"Data Acquisition", Green, Black},
-         "Not Ready", "Data Acquisition"},
-        {"either prefix on either line", "1|0|MthBlue|Run in Progress|SysMagenta|Data Analysis",
-         {"Run in Progress", Blue, White}, {"Data Analysis", Magenta, White},
-         "Run in Progress", "Data Analysis"},
-        {"fewer than three fields", "1|0", readyBefore, methodBefore, "Ready",
-         "Waiting for Ready"},
+        {"both lines",
+         "1|0|SysRed|Not Ready|MthGreen|Data Acquisition",
+         {"Not Ready", Red, White},
+         {"Data Acquisition", Green, Black},
+         "Not Ready",
+         "Data Acquisition"},
+        {"either prefix on either line",
+         "1|0|MthBlue|Run in Progress|SysMagenta|Data Analysis",
+         {"Run in Progress", Blue, White},
+         {"Data Analysis", Magenta, White},
+         "Run in Progress",
+         "Data Analysis"},
+        {"fewer than three fields", "1|0", readyBefore, methodBefore, "Ready", "Waiting for Ready"},
         {"unknown ready colour", "1|0|SysOrange|Not Ready|MthRed|Data Analysis", readyBefore,
          methodBefore, "Ready", "Waiting for Ready"},
         {"colour name in other case", "1|0|sysred|Not Ready|MthRed|Data Analysis", readyBefore,
          methodBefore, "Ready", "Waiting for Ready"},
-        {"empty ready text", "1|0|SysBlack||MthRed|Data Analysis", {"Ready", Black, White},
-         methodBefore, "Ready", "Waiting for Ready"},
-        {"unknown method colour", "1|0|SysYellow|Not Ready|MthPink|Data Analysis",
-         {"Not Ready", Yellow, Black}, methodBefore, "Ready", "Waiting for Ready"},
-        {"empty method colour", "1|0|SysCyan|Not Ready||Data Analysis",
-         {"Not Ready", Cyan, Black}, methodBefore, "Ready", "Waiting for Ready"},
-        {"empty method text", "1|0|SysGreen|Ready|MthBlack|", {"Ready", Green, Black},
-         {"", Black, White}, "Ready", ""},
-        {"no method text field", "1|0|SysGreen|Ready|MthBlack", {"Ready", Green, Black},
-         {"", Black, White}, "Ready", ""},
-        {"caption trimmed, raw text kept", "1|0|SysRed|  Not Ready  |MthRed|Data Analysis",
-         {"Not Ready", Red, White}, {"Data Analysis", Red, White}, "Not Ready  ",
+        {"empty ready text",
+         "1|0|SysBlack||MthRed|Data Analysis",
+         {"Ready", Black, White},
+         methodBefore,
+         "Ready",
+         "Waiting for Ready"},
+        {"unknown method colour",
+         "1|0|SysYellow|Not Ready|MthPink|Data Analysis",
+         {"Not Ready", Yellow, Black},
+         methodBefore,
+         "Ready",
+         "Waiting for Ready"},
+        {"empty method colour",
+         "1|0|SysCyan|Not Ready||Data Analysis",
+         {"Not Ready", Cyan, Black},
+         methodBefore,
+         "Ready",
+         "Waiting for Ready"},
+        {"empty method text",
+         "1|0|SysGreen|Ready|MthBlack|",
+         {"Ready", Green, Black},
+         {"", Black, White},
+         "Ready",
+         ""},
+        {"no method text field",
+         "1|0|SysGreen|Ready|MthBlack",
+         {"Ready", Green, Black},
+         {"", Black, White},
+         "Ready",
+         ""},
+        {"caption trimmed, raw text kept",
+         "1|0|SysRed|  Not Ready  |MthRed|Data Analysis",
+         {"Not Ready", Red, White},
+         {"Data Analysis", Red, White},
+         "Not Ready  ",
          "Data Analysis"},
     };
     for (const Row& row : rows) {
@@ -96,8 +124,9 @@ TEST_F(SystemStatus, ColoursReachTheScreen) {
 }
 
 TEST_F(SystemStatus, TranslatedCaptionsInTheLanguagesCharacterSet) {
-    useTexts("17320=204 Cyrillic\n17300=\xD0\x93\xD0\xBE\xD1\x82\xD0\xBE\xD0\xB2\n"
-             "17306=\xD0\xA1\xD0\xB1\xD0\xBE\xD1\x80\n");
+    useTexts(
+        "17320=204 Cyrillic\n17300=\xD0\x93\xD0\xBE\xD1\x82\xD0\xBE\xD0\xB2\n"
+        "17306=\xD0\xA1\xD0\xB1\xD0\xBE\xD1\x80\n");
     systemStatus("1|0|SysGreen|Ready|MthGreen|Data Acquisition");
     EXPECT_EQ(App.GlblFontCharset, 204);
     EXPECT_EQ(ready()->text(), QString::fromUtf8("\xD0\x93\xD0\xBE\xD1\x82\xD0\xBE\xD0\xB2"));

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "WindowSystem.h"
-
 #include <QString>
 #include <functional>
 #include <map>
 #include <vector>
+
+#include "WindowSystem.h"
 
 namespace sidekin::test {
 

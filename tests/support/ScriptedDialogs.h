@@ -1,12 +1,12 @@
 #pragma once
 
-#include "OperatorDialogs.h"
-
 #include <QString>
 #include <QStringList>
 #include <deque>
 #include <ostream>
 #include <vector>
+
+#include "OperatorDialogs.h"
 
 namespace sidekin::test {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "TempFolder.h"
-
 #include <QProcess>
 #include <QStringList>
 #include <functional>
+
+#include "TempFolder.h"
 
 namespace sidekin::test {
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include "FakeClock.h"
 #include "FakeWindowSystem.h"
 #include "QtPrinters.h"
 #include "ScriptedDialogs.h"
 #include "TempFolder.h"
-
-#include <gtest/gtest.h>
 
 namespace sidekin::test {
 

@@ -1,13 +1,14 @@
 #include "Control.h"
 
-#include "HostSimulator.h"
-#include "LinkProtocol.h"
+#include <unistd.h>
 
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QSocketNotifier>
 #include <cstdio>
-#include <unistd.h>
+
+#include "HostSimulator.h"
+#include "LinkProtocol.h"
 
 namespace sidekin::hostsim {
 
@@ -103,7 +104,8 @@ ControlReply applyControl(HostSimulator& sim, const QString& line) {
     if (verb == u"quit" && w.size() == 1) return {QStringLiteral("ok"), true};
     if (verb == u"help") return ok(QLatin1String(Help));
     if (verb == u"show" && w.size() == 2) {
-        if (w[1] != u"11" && w[1] != u"01" && w[1] != u"00") return error(QStringLiteral("show 11|01|00"));
+        if (w[1] != u"11" && w[1] != u"01" && w[1] != u"00")
+            return error(QStringLiteral("show 11|01|00"));
         sim.publish(items::ShowOrq, w[1]);
         return ok();
     }
@@ -133,7 +135,8 @@ ControlChannel::ControlChannel(HostSimulator& simulator, QObject* parent)
 
 QString ControlChannel::handle(const QString& line) {
     const ControlReply reply = applyControl(simulator_, line);
-    if (reply.quit) QMetaObject::invokeMethod(this, &ControlChannel::quitRequested, Qt::QueuedConnection);
+    if (reply.quit)
+        QMetaObject::invokeMethod(this, &ControlChannel::quitRequested, Qt::QueuedConnection);
     return reply.text;
 }
 
@@ -166,7 +169,8 @@ bool ControlChannel::listen(const QString& name, QString* error) {
     server_ = new QLocalServer(this);
     server_->setSocketOptions(QLocalServer::AbstractNamespaceOption);
     if (!server_->listen(link::serverName(name))) {
-        *error = QStringLiteral("cannot serve the control name %1: %2").arg(name, server_->errorString());
+        *error = QStringLiteral("cannot serve the control name %1: %2")
+                     .arg(name, server_->errorString());
         return false;
     }
     connect(server_, &QLocalServer::newConnection, this, [this] {
@@ -179,7 +183,8 @@ bool ControlChannel::listen(const QString& name, QString* error) {
             connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
             connect(socket, &QLocalSocket::readyRead, socket, [this, socket] {
                 while (socket->canReadLine()) {
-                    const QString line = QString::fromUtf8(socket->readLine()).remove(u'\r').remove(u'\n');
+                    const QString line =
+                        QString::fromUtf8(socket->readLine()).remove(u'\r').remove(u'\n');
                     const QString reply = handle(line);
                     if (!reply.isEmpty()) socket->write((reply + u'\n').toUtf8());
                 }

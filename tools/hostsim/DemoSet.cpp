@@ -1,12 +1,12 @@
 #include "DemoSet.h"
 
-#include "platform/ProfileFile.h"
-
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+
+#include "platform/ProfileFile.h"
 
 namespace sidekin::hostsim {
 
@@ -73,8 +73,8 @@ QStringList servicesFromIni(const QString& file) {
     for (int n = 1; n <= 4; ++n) {
         for (const char* key : {"_DDEOnLine", "_DDEOffLine"}) {
             QString buffer;
-            const int count = GetPrivateProfileStringA(QStringLiteral("PCS,%1").arg(n),
-                                                       QLatin1String(key), QString(), buffer, 256, path);
+            const int count = GetPrivateProfileStringA(
+                QStringLiteral("PCS,%1").arg(n), QLatin1String(key), QString(), buffer, 256, path);
             const QString name = buffer.left(count).trimmed();
             if (!name.isEmpty() && !services.contains(name)) services << name;
         }

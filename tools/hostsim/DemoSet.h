@@ -1,9 +1,9 @@
 #pragma once
 
-#include "HostSimulator.h"
-
 #include <QString>
 #include <QStringList>
+
+#include "HostSimulator.h"
 
 namespace sidekin::hostsim {
 

@@ -16,11 +16,20 @@ QString FrameLog::escape(const QString& text) {
     out.reserve(text.size());
     for (const QChar c : text) {
         switch (c.unicode()) {
-        case '\\': out += QLatin1String("\\\\"); break;
-        case '\r': out += QLatin1String("\\r"); break;
-        case '\n': out += QLatin1String("\\n"); break;
-        case '\t': out += QLatin1String("\\t"); break;
-        default: out += c;
+            case '\\':
+                out += QLatin1String("\\\\");
+                break;
+            case '\r':
+                out += QLatin1String("\\r");
+                break;
+            case '\n':
+                out += QLatin1String("\\n");
+                break;
+            case '\t':
+                out += QLatin1String("\\t");
+                break;
+            default:
+                out += c;
         }
     }
     return out;
@@ -28,13 +37,20 @@ QString FrameLog::escape(const QString& text) {
 
 QString FrameLog::verbName(link::Verb verb) {
     switch (verb) {
-    case link::Verb::Execute: return QStringLiteral("Execute");
-    case link::Verb::Request: return QStringLiteral("Request");
-    case link::Verb::Advise: return QStringLiteral("Advise");
-    case link::Verb::Ack: return QStringLiteral("Ack");
-    case link::Verb::Data: return QStringLiteral("Data");
-    case link::Verb::Refused: return QStringLiteral("Refused");
-    case link::Verb::Update: return QStringLiteral("Update");
+        case link::Verb::Execute:
+            return QStringLiteral("Execute");
+        case link::Verb::Request:
+            return QStringLiteral("Request");
+        case link::Verb::Advise:
+            return QStringLiteral("Advise");
+        case link::Verb::Ack:
+            return QStringLiteral("Ack");
+        case link::Verb::Data:
+            return QStringLiteral("Data");
+        case link::Verb::Refused:
+            return QStringLiteral("Refused");
+        case link::Verb::Update:
+            return QStringLiteral("Update");
     }
     return QStringLiteral("Verb%1").arg(static_cast<int>(verb));
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "LinkProtocol.h"
-
 #include <QFile>
 #include <QString>
+
+#include "LinkProtocol.h"
 
 namespace sidekin::hostsim {
 

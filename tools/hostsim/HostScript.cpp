@@ -27,7 +27,8 @@ const std::vector<FunctionInfo>& functions() {
 }
 
 bool isNumber(QStringView text) {
-    static const QRegularExpression re(QStringLiteral(R"(^[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?$)"));
+    static const QRegularExpression re(
+        QStringLiteral(R"(^[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?$)"));
     return re.match(text).hasMatch();
 }
 
@@ -102,7 +103,8 @@ private:
     std::optional<Statement> statement() {
         const qsizetype start = pos_;
         const QString word = identifier();
-        if (word.isEmpty()) return failed(QStringLiteral("no statement at column %1").arg(start + 1));
+        if (word.isEmpty())
+            return failed(QStringLiteral("no statement at column %1").arg(start + 1));
         const QString lower = word.toLower();
 
         if (lower == u"on") {
@@ -122,15 +124,21 @@ private:
             open.path = *path;
             if (!keyword("for")) return failed(QStringLiteral("Open without For"));
             const QString mode = identifier().toLower();
-            if (mode == u"output") open.mode = QStringLiteral("Output");
-            else if (mode == u"append") open.mode = QStringLiteral("Append");
-            else if (mode == u"input") open.mode = QStringLiteral("Input");
-            else return failed(QStringLiteral("unknown Open mode"));
+            if (mode == u"output")
+                open.mode = QStringLiteral("Output");
+            else if (mode == u"append")
+                open.mode = QStringLiteral("Append");
+            else if (mode == u"input")
+                open.mode = QStringLiteral("Input");
+            else
+                return failed(QStringLiteral("unknown Open mode"));
             if (!keyword("as")) return failed(QStringLiteral("Open without As"));
             skipBlanks();
             if (pos_ < s_.size() && s_[pos_] == u'#') ++pos_;
-            if (auto channel = digits()) open.channel = *channel;
-            else return failed(QStringLiteral("Open without a channel number"));
+            if (auto channel = digits())
+                open.channel = *channel;
+            else
+                return failed(QStringLiteral("Open without a channel number"));
             return Statement{open};
         }
         if (lower == u"close") {
@@ -138,8 +146,10 @@ private:
             skipBlanks();
             const bool hash = pos_ < s_.size() && s_[pos_] == u'#';
             if (hash) ++pos_;
-            if (auto channel = digits()) close.channel = *channel;
-            else if (hash) return failed(QStringLiteral("Close # without a number"));
+            if (auto channel = digits())
+                close.channel = *channel;
+            else if (hash)
+                return failed(QStringLiteral("Close # without a number"));
             return Statement{close};
         }
         if (lower == u"delete") {
@@ -162,14 +172,15 @@ private:
         pos_ = s_.size();
         if (word == u"orq_setruntablevars") {
             auto args = splitArguments(rest, {ArgKind::Quoted, ArgKind::Quoted});
-            if (!args) return failed(QStringLiteral("ORQ_SetRunTableVars needs two quoted arguments"));
+            if (!args)
+                return failed(QStringLiteral("ORQ_SetRunTableVars needs two quoted arguments"));
             return Statement{SetRunTableVars{args->at(0), args->at(1)}};
         }
         if (word == u"orq_preparesinglerun") {
             using K = ArgKind;
-            auto args = splitArguments(rest, {K::Quoted, K::Number, K::Quoted, K::OptionalNumber,
-                                              K::Quoted, K::Quoted, K::Quoted, K::Quoted,
-                                              K::Quoted, K::Quoted});
+            auto args =
+                splitArguments(rest, {K::Quoted, K::Number, K::Quoted, K::OptionalNumber, K::Quoted,
+                                      K::Quoted, K::Quoted, K::Quoted, K::Quoted, K::Quoted});
             if (!args) return failed(QStringLiteral("ORQ_PrepareSingleRun needs ten arguments"));
             bool ok = false;
             const int injector = args->at(1).toInt(&ok);
@@ -188,8 +199,8 @@ private:
             return Statement{PrepareRun{run}};
         }
         if (word == u"orq_host_start") {
-            bool ok = !rest.isEmpty() && std::all_of(rest.begin(), rest.end(),
-                                                     [](QChar c) { return c.isDigit(); });
+            bool ok = !rest.isEmpty() &&
+                      std::all_of(rest.begin(), rest.end(), [](QChar c) { return c.isDigit(); });
             const int row = ok ? rest.toInt(&ok) : 0;
             if (!ok) return failed(QStringLiteral("ORQ_HOST_START needs a row number"));
             return Statement{HostStart{row}};
@@ -239,7 +250,9 @@ private:
         if (pos_ >= s_.size() || s_[pos_] != u')') return failed(QStringLiteral(") expected"));
         ++pos_;
         if (call.args.size() != info->textArgs.size())
-            return failed(QStringLiteral("%1 takes %2 arguments").arg(call.function).arg(info->textArgs.size()));
+            return failed(QStringLiteral("%1 takes %2 arguments")
+                              .arg(call.function)
+                              .arg(info->textArgs.size()));
         for (size_t i = 0; i < call.args.size(); ++i)
             if (call.args[i].isText != info->textArgs[i])
                 return failed(QStringLiteral("type mismatch in %1").arg(call.function));
@@ -315,7 +328,8 @@ private:
 }  // namespace
 
 std::optional<QStringList> splitArguments(QStringView text, const std::vector<ArgKind>& kinds) {
-    if (kinds.empty()) return text.isEmpty() ? std::optional<QStringList>(QStringList{}) : std::nullopt;
+    if (kinds.empty())
+        return text.isEmpty() ? std::optional<QStringList>(QStringList{}) : std::nullopt;
     QStringList out;
     Failed failed;
     if (!splitFrom(text, 0, kinds, 0, out, failed)) return std::nullopt;

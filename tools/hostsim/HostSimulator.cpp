@@ -1,12 +1,12 @@
 #include "HostSimulator.h"
 
-#include "FrameLog.h"
-
 #include <QDateTime>
 #include <QDir>
 #include <QMetaObject>
 #include <algorithm>
 #include <cstdio>
+
+#include "FrameLog.h"
 
 namespace sidekin::hostsim {
 
@@ -119,45 +119,48 @@ void HostSimulator::receive(Peer& peer, const link::Frame& frame) {
     }
 
     switch (frame.verb) {
-    case link::Verb::Execute: {
-        QString error;
-        std::optional<Script> script = parseCommand(frame.name, &error);
-        if (!script) {
-            peer.send(reply(link::Verb::Refused, frame.id, error));
-            return;
-        }
-        if (wait) {
-            const bool done = run(*script, &error);
-            peer.send(reply(done ? link::Verb::Ack : link::Verb::Refused, frame.id, done ? QString() : error));
-            return;
-        }
-        peer.send(reply(link::Verb::Ack, frame.id));
-        QMetaObject::invokeMethod(
-            this,
-            [this, script = std::move(*script), command = frame.name] {
-                QString why;
-                if (!run(script, &why)) warn(QStringLiteral("\"%1\" failed: %2").arg(command, why));
-            },
-            Qt::QueuedConnection);
-        return;
-    }
-    case link::Verb::Request:
-        if (auto v = value(frame.name))
-            peer.send(reply(link::Verb::Data, frame.id, *v + link::LineEnd));
-        else
-            peer.send(reply(link::Verb::Refused, frame.id, QStringLiteral("unknown item")));
-        return;
-    case link::Verb::Advise:
-        if (value(frame.name)) {
+        case link::Verb::Execute: {
+            QString error;
+            std::optional<Script> script = parseCommand(frame.name, &error);
+            if (!script) {
+                peer.send(reply(link::Verb::Refused, frame.id, error));
+                return;
+            }
+            if (wait) {
+                const bool done = run(*script, &error);
+                peer.send(reply(done ? link::Verb::Ack : link::Verb::Refused, frame.id,
+                                done ? QString() : error));
+                return;
+            }
             peer.send(reply(link::Verb::Ack, frame.id));
-            peer.watch(frame.name);
-        } else {
-            peer.send(reply(link::Verb::Refused, frame.id, QStringLiteral("unknown item")));
+            QMetaObject::invokeMethod(
+                this,
+                [this, script = std::move(*script), command = frame.name] {
+                    QString why;
+                    if (!run(script, &why))
+                        warn(QStringLiteral("\"%1\" failed: %2").arg(command, why));
+                },
+                Qt::QueuedConnection);
+            return;
         }
-        return;
-    default:
-        peer.send(reply(link::Verb::Refused, frame.id, QStringLiteral("not a question for the host")));
-        return;
+        case link::Verb::Request:
+            if (auto v = value(frame.name))
+                peer.send(reply(link::Verb::Data, frame.id, *v + link::LineEnd));
+            else
+                peer.send(reply(link::Verb::Refused, frame.id, QStringLiteral("unknown item")));
+            return;
+        case link::Verb::Advise:
+            if (value(frame.name)) {
+                peer.send(reply(link::Verb::Ack, frame.id));
+                peer.watch(frame.name);
+            } else {
+                peer.send(reply(link::Verb::Refused, frame.id, QStringLiteral("unknown item")));
+            }
+            return;
+        default:
+            peer.send(reply(link::Verb::Refused, frame.id,
+                            QStringLiteral("not a question for the host")));
+            return;
     }
 }
 
@@ -199,19 +202,23 @@ bool HostSimulator::step(const Statement& statement, QString* error) {
             return false;
         }
         auto file = std::make_unique<QFile>(hostPath(open->path));
-        const QIODevice::OpenMode mode = open->mode == u"Input"    ? QIODevice::ReadOnly
-                                         : open->mode == u"Append" ? QIODevice::Append
-                                                                   : QIODevice::WriteOnly | QIODevice::Truncate;
+        const QIODevice::OpenMode mode = open->mode == u"Input" ? QIODevice::ReadOnly
+                                         : open->mode == u"Append"
+                                             ? QIODevice::Append
+                                             : QIODevice::WriteOnly | QIODevice::Truncate;
         if (!file->open(mode)) {
-            *error = QStringLiteral("cannot open %1: %2").arg(file->fileName(), file->errorString());
+            *error =
+                QStringLiteral("cannot open %1: %2").arg(file->fileName(), file->errorString());
             return false;
         }
         channels_[open->channel] = std::move(file);
         return true;
     }
     if (const auto* close = std::get_if<CloseFile>(&statement.what)) {
-        if (close->channel == 0) channels_.clear();
-        else channels_.erase(close->channel);
+        if (close->channel == 0)
+            channels_.clear();
+        else
+            channels_.erase(close->channel);
         return true;
     }
     if (const auto* del = std::get_if<DeleteFile>(&statement.what)) {
@@ -262,11 +269,14 @@ std::optional<QString> HostSimulator::evaluate(const Call& call, QString* error)
     const auto number = [&](size_t i) { return static_cast<int>(call.args[i].text.toDouble()); };
     const auto flag = [](bool b) { return b ? QStringLiteral("1") : QStringLiteral("0"); };
 
-    if (call.function == u"ORQCheckIfValidVial") return flag(config_.vialIsValid(number(0), number(1)));
+    if (call.function == u"ORQCheckIfValidVial")
+        return flag(config_.vialIsValid(number(0), number(1)));
     if (call.function == u"RCGetResourceVal") {
         const QString key = call.args[2].text;
-        if (key.compare(u"ALS.Fr.Capacity", Qt::CaseInsensitive) == 0) return QString::number(config_.frontCapacity);
-        if (key.compare(u"ALS.Bk.Capacity", Qt::CaseInsensitive) == 0) return QString::number(config_.backCapacity);
+        if (key.compare(u"ALS.Fr.Capacity", Qt::CaseInsensitive) == 0)
+            return QString::number(config_.frontCapacity);
+        if (key.compare(u"ALS.Bk.Capacity", Qt::CaseInsensitive) == 0)
+            return QString::number(config_.backCapacity);
         *error = QStringLiteral("no resource %1").arg(key);
         return std::nullopt;
     }
@@ -309,7 +319,8 @@ void HostSimulator::startRun(int row) {
 }
 
 QString HostSimulator::elapsedText() const {
-    return QStringLiteral("Elapsed|%1|min").arg(QString::number(runClock_.elapsed() / 60000.0, 'f', 1));
+    return QStringLiteral("Elapsed|%1|min")
+        .arg(QString::number(runClock_.elapsed() / 60000.0, 'f', 1));
 }
 
 void HostSimulator::tick() {

@@ -1,10 +1,5 @@
 #pragma once
 
-#include "HostItems.h"
-#include "HostScript.h"
-#include "LinkProtocol.h"
-#include "SimConfig.h"
-
 #include <QElapsedTimer>
 #include <QFile>
 #include <QHash>
@@ -13,6 +8,11 @@
 #include <map>
 #include <memory>
 #include <optional>
+
+#include "HostItems.h"
+#include "HostScript.h"
+#include "LinkProtocol.h"
+#include "SimConfig.h"
 
 namespace sidekin::hostsim {
 
@@ -36,7 +36,6 @@ public:
     // Sends the item's current value now and each new value later.
     virtual void watch(const QString& item) = 0;
 };
-
 
 // The host: its items and variables, the command interpreter, the run engine
 // and the faults it can be told to make.

@@ -1,13 +1,13 @@
 #include "LinkServer.h"
 
-#include "HostSimulator.h"
-#include "LinkProtocol.h"
-
+#include <QHash>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QPointer>
-#include <QHash>
 #include <cstdio>
+
+#include "HostSimulator.h"
+#include "LinkProtocol.h"
 
 namespace sidekin::hostsim {
 
@@ -19,8 +19,9 @@ public:
         : QObject(socket), simulator_(simulator), socket_(socket), connection_(connection) {
         QObject::connect(socket, &QLocalSocket::readyRead, this, [this] { read(); });
         QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-        QObject::connect(&simulator, &HostSimulator::itemChanged, this,
-                         [this](const QString& item, const QString& value) { changed(item, value); });
+        QObject::connect(
+            &simulator, &HostSimulator::itemChanged, this,
+            [this](const QString& item, const QString& value) { changed(item, value); });
     }
 
     int connection() const override { return connection_; }
@@ -32,7 +33,8 @@ public:
     }
 
     void sendGarbage() override {
-        QByteArray bytes = link::encode(link::Frame{link::Verb::Data, 0, {}, {}, QStringLiteral("?")});
+        QByteArray bytes =
+            link::encode(link::Frame{link::Verb::Data, 0, {}, {}, QStringLiteral("?")});
         bytes[4] = '\xEE';  // no such verb
         if (dropped_) return;
         socket_->write(bytes);

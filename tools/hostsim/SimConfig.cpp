@@ -1,9 +1,9 @@
 #include "SimConfig.h"
 
-#include "platform/ProfileFile.h"
-
 #include <QFileInfo>
 #include <algorithm>
+
+#include "platform/ProfileFile.h"
 
 namespace sidekin::hostsim {
 
@@ -79,8 +79,10 @@ bool isKnownModel(const QString& model) {
 }
 
 bool SimConfig::vialIsValid(int injector, int vial) const {
-    if (injector == 1) return (frontValid ? *frontValid : VialSet::range(frontLower, frontUpper)).contains(vial);
-    if (injector == 2) return (backValid ? *backValid : VialSet::range(backLower, backUpper)).contains(vial);
+    if (injector == 1)
+        return (frontValid ? *frontValid : VialSet::range(frontLower, frontUpper)).contains(vial);
+    if (injector == 2)
+        return (backValid ? *backValid : VialSet::range(backLower, backUpper)).contains(vial);
     return false;
 }
 
@@ -100,8 +102,8 @@ bool loadConfig(const QString& file, SimConfig& config, QString* error) {
     QString failure;
     auto read = [&](const char* section, const char* key) -> std::optional<QString> {
         QString buffer;
-        const int n = GetPrivateProfileStringA(QLatin1String(section), QLatin1String(key), QString(),
-                                               buffer, 1024, path);
+        const int n = GetPrivateProfileStringA(QLatin1String(section), QLatin1String(key),
+                                               QString(), buffer, 1024, path);
         if (n <= 0) return std::nullopt;
         return buffer.left(n);
     };
@@ -115,20 +117,26 @@ bool loadConfig(const QString& file, SimConfig& config, QString* error) {
     };
     auto flag = [&](const char* section, const char* key, bool& out) {
         if (auto v = read(section, key)) {
-            if (auto b = toBool(*v)) out = *b;
-            else bad(section, key, *v);
+            if (auto b = toBool(*v))
+                out = *b;
+            else
+                bad(section, key, *v);
         }
     };
     auto vials = [&](const char* key, std::optional<VialSet>& out) {
         if (auto v = read("Instrument", key)) {
-            if (auto set = VialSet::parse(*v)) out = set;
-            else bad("Instrument", key, *v);
+            if (auto set = VialSet::parse(*v))
+                out = set;
+            else
+                bad("Instrument", key, *v);
         }
     };
 
     if (auto v = read("Instrument", "Model")) {
-        if (isKnownModel(v->trimmed().toLower())) config.model = v->trimmed().toLower();
-        else bad("Instrument", "Model", *v);
+        if (isKnownModel(v->trimmed().toLower()))
+            config.model = v->trimmed().toLower();
+        else
+            bad("Instrument", "Model", *v);
     }
     number("Instrument", "FrontLowerVial", config.frontLower);
     number("Instrument", "FrontUpperVial", config.frontUpper);
@@ -143,8 +151,10 @@ bool loadConfig(const QString& file, SimConfig& config, QString* error) {
     if (auto v = read("Run", "Seconds")) {
         bool ok = false;
         const double s = v->trimmed().toDouble(&ok);
-        if (ok && s >= 0) config.runSeconds = s;
-        else bad("Run", "Seconds", *v);
+        if (ok && s >= 0)
+            config.runSeconds = s;
+        else
+            bad("Run", "Seconds", *v);
     }
     number("Run", "PublishMs", config.publishMs);
     if (config.publishMs <= 0) bad("Run", "PublishMs", QString::number(config.publishMs));
@@ -153,13 +163,17 @@ bool loadConfig(const QString& file, SimConfig& config, QString* error) {
     if (auto v = read("Faults", "AbortRuns")) {
         for (const QString& part : v->split(u',', Qt::SkipEmptyParts)) {
             int row = 0;
-            if (toInt(part, row)) f.abortRuns.insert(row);
-            else bad("Faults", "AbortRuns", *v);
+            if (toInt(part, row))
+                f.abortRuns.insert(row);
+            else
+                bad("Faults", "AbortRuns", *v);
         }
     }
     if (auto v = read("Faults", "AbortWord")) {
-        if (*v == u"Aborted" || *v == u"ABORTED") f.abortWord = *v;
-        else bad("Faults", "AbortWord", *v);
+        if (*v == u"Aborted" || *v == u"ABORTED")
+            f.abortWord = *v;
+        else
+            bad("Faults", "AbortWord", *v);
     }
     flag("Faults", "NoLoaded", f.noLoaded);
     flag("Faults", "NoRunning", f.noRunning);

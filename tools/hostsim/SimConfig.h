@@ -22,13 +22,13 @@ private:
 };
 
 struct Faults {
-    std::set<int> abortRuns;                   // run table rows that end aborted
+    std::set<int> abortRuns;                        // run table rows that end aborted
     QString abortWord = QStringLiteral("Aborted");  // or "ABORTED"
-    bool noLoaded = false;                     // never report LOADED
-    bool noRunning = false;                    // never report RUNNING
-    int closeAfter = 0;                        // drop the connection instead of answering frame n
-    QString closeOn;                           // ... or the first Execute beginning with this word
-    int garbageAfter = 0;                      // answer frame n with a malformed frame
+    bool noLoaded = false;                          // never report LOADED
+    bool noRunning = false;                         // never report RUNNING
+    int closeAfter = 0;    // drop the connection instead of answering frame n
+    QString closeOn;       // ... or the first Execute beginning with this word
+    int garbageAfter = 0;  // answer frame n with a malformed frame
 };
 
 struct SimConfig {

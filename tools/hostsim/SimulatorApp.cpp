@@ -1,18 +1,18 @@
 #include "SimulatorApp.h"
 
-#include "Control.h"
-#include "DemoSet.h"
-#include "FrameLog.h"
-#include "HostSimulator.h"
-#include "LinkServer.h"
-#include "platform/ProfileFile.h"
-
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <cstdio>
+
+#include "Control.h"
+#include "DemoSet.h"
+#include "FrameLog.h"
+#include "HostSimulator.h"
+#include "LinkServer.h"
+#include "platform/ProfileFile.h"
 
 namespace sidekin::hostsim {
 
@@ -26,8 +26,9 @@ void say(FILE* to, const QString& text) {
 }
 
 QCommandLineOption option(const char* name, const char* help, const char* value = nullptr) {
-    return value ? QCommandLineOption(QLatin1String(name), QLatin1String(help), QLatin1String(value))
-                 : QCommandLineOption(QLatin1String(name), QLatin1String(help));
+    return value
+               ? QCommandLineOption(QLatin1String(name), QLatin1String(help), QLatin1String(value))
+               : QCommandLineOption(QLatin1String(name), QLatin1String(help));
 }
 
 }  // namespace
@@ -58,8 +59,11 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
         "input (\"help\" lists them)."));
     const auto help = p.addHelpOption();
     const auto service = option("service", "Serve this service name (repeatable).", "name");
-    const auto ini = option("ini", "zentrovar.ini to read the service names from, or to write with --write-ini.", "file");
-    const auto writeIni = option("write-ini", "Write the service names into [PCS,n] of zentrovar.ini.");
+    const auto ini =
+        option("ini", "zentrovar.ini to read the service names from, or to write with --write-ini.",
+               "file");
+    const auto writeIni =
+        option("write-ini", "Write the service names into [PCS,n] of zentrovar.ini.");
     const auto instrument = option("instrument", "Instrument number n (default 1).", "n");
     const auto offline = option("offline", "Tell the launched program that the host runs offline.");
     const auto config = option("config", "Instrument and fault settings (ini file).", "file");
@@ -67,9 +71,12 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     const auto resetDemo = option("reset-demo", "Overwrite the demo files, ORQ.INI included.");
     const auto log = option("log", "Write every frame received to this file.", "file");
     const auto echo = option("echo", "Write the frame log to standard output as well.");
-    const auto control = option("control", "Also take control lines on this local socket name.", "name");
-    const auto launchOpt = option("launch", "Start this program with the host's command line.", "program");
-    const auto programDir = option("program-dir", "Program folder to pass (default: that of --launch).", "dir");
+    const auto control =
+        option("control", "Also take control lines on this local socket name.", "name");
+    const auto launchOpt =
+        option("launch", "Start this program with the host's command line.", "program");
+    const auto programDir =
+        option("program-dir", "Program folder to pass (default: that of --launch).", "dir");
     const auto windowId = option("window-id", "Window handle to pass (default 0).", "id");
     const auto model = option("model", "Attached sampler: 4410, 4420, 4430 or none.", "model");
     const auto runSeconds = option("run-seconds", "Length of a run in seconds (0: at once).", "s");
@@ -79,18 +86,24 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     const auto frontValid = option("front-valid", "Valid front vials, e.g. 101-108,110.", "list");
     const auto backValid = option("back-valid", "Valid back vials.", "list");
     const auto frontCapacity = option("front-capacity", "Answer to ALS.Fr.Capacity.", "n");
-    const auto rangeNeedsMethod = option("range-needs-method", "Answer 0,0 to the range question until a method is loaded.");
+    const auto rangeNeedsMethod =
+        option("range-needs-method", "Answer 0,0 to the range question until a method is loaded.");
     const auto abort = option("abort", "Abort run table row n (repeatable).", "n");
     const auto abortWord = option("abort-word", "Aborted or ABORTED.", "word");
     const auto noLoaded = option("no-loaded", "Never report LOADED.");
     const auto noRunning = option("no-running", "Never report RUNNING.");
-    const auto closeAfter = option("close-after", "Drop the connection instead of answering frame n.", "n");
-    const auto closeOn = option("close-on", "Drop the connection on the first command beginning with this word.", "word");
-    const auto garbageAfter = option("garbage-after", "Answer frame n with a malformed frame.", "n");
-    p.addOptions({service, ini, writeIni, instrument, offline, config, root, resetDemo, log, echo,
-                  control, launchOpt, programDir, windowId, model, runSeconds, publishMs, frontRange,
-                  backRange, frontValid, backValid, frontCapacity, rangeNeedsMethod, abort, abortWord,
-                  noLoaded, noRunning, closeAfter, closeOn, garbageAfter});
+    const auto closeAfter =
+        option("close-after", "Drop the connection instead of answering frame n.", "n");
+    const auto closeOn = option(
+        "close-on", "Drop the connection on the first command beginning with this word.", "word");
+    const auto garbageAfter =
+        option("garbage-after", "Answer frame n with a malformed frame.", "n");
+    p.addOptions({service,    ini,           writeIni,         instrument, offline,
+                  config,     root,          resetDemo,        log,        echo,
+                  control,    launchOpt,     programDir,       windowId,   model,
+                  runSeconds, publishMs,     frontRange,       backRange,  frontValid,
+                  backValid,  frontCapacity, rangeNeedsMethod, abort,      abortWord,
+                  noLoaded,   noRunning,     closeAfter,       closeOn,    garbageAfter});
 
     auto usage = [&](const QString& why) {
         say(stderr, QStringLiteral("zentrovar-hostsim: ") + why);
@@ -101,7 +114,8 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
         say(stdout, p.helpText());
         return 0;
     }
-    if (!p.positionalArguments().isEmpty()) return usage(QStringLiteral("unexpected ") + p.positionalArguments().join(u' '));
+    if (!p.positionalArguments().isEmpty())
+        return usage(QStringLiteral("unexpected ") + p.positionalArguments().join(u' '));
 
     SimConfig settings;
     QString error;
@@ -119,13 +133,15 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     };
     auto vials = [&](const QCommandLineOption& o, std::optional<VialSet>& out) {
         out = VialSet::parse(p.value(o));
-        if (!out) error = QStringLiteral("--%1: cannot use \"%2\"").arg(o.names().first(), p.value(o));
+        if (!out)
+            error = QStringLiteral("--%1: cannot use \"%2\"").arg(o.names().first(), p.value(o));
         return out.has_value();
     };
     bool good = true;
     if (p.isSet(model)) {
         settings.model = p.value(model).toLower();
-        if (!isKnownModel(settings.model)) return usage(QStringLiteral("--model: 4410, 4420, 4430 or none"));
+        if (!isKnownModel(settings.model))
+            return usage(QStringLiteral("--model: 4410, 4420, 4430 or none"));
     }
     if (p.isSet(runSeconds)) {
         const double s = p.value(runSeconds).toDouble(&good);
@@ -133,9 +149,11 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
         settings.runSeconds = s;
     }
     if (p.isSet(publishMs)) good = good && integer(publishMs, settings.publishMs, 1);
-    if (p.isSet(frontRange) && !parseRange(p.value(frontRange), settings.frontLower, settings.frontUpper))
+    if (p.isSet(frontRange) &&
+        !parseRange(p.value(frontRange), settings.frontLower, settings.frontUpper))
         return usage(QStringLiteral("--front-range: L-U"));
-    if (p.isSet(backRange) && !parseRange(p.value(backRange), settings.backLower, settings.backUpper))
+    if (p.isSet(backRange) &&
+        !parseRange(p.value(backRange), settings.backLower, settings.backUpper))
         return usage(QStringLiteral("--back-range: L-U"));
     if (p.isSet(frontValid)) good = good && vials(frontValid, settings.frontValid);
     if (p.isSet(backValid)) good = good && vials(backValid, settings.backValid);
@@ -155,7 +173,8 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     if (p.isSet(noRunning)) settings.faults.noRunning = true;
     if (p.isSet(closeAfter)) good = good && integer(closeAfter, settings.faults.closeAfter, 1);
     if (p.isSet(closeOn)) settings.faults.closeOn = p.value(closeOn);
-    if (p.isSet(garbageAfter)) good = good && integer(garbageAfter, settings.faults.garbageAfter, 1);
+    if (p.isSet(garbageAfter))
+        good = good && integer(garbageAfter, settings.faults.garbageAfter, 1);
     if (p.isSet(instrument)) good = good && integer(instrument, instrument_, 1);
     if (p.isSet(windowId)) {
         windowId_ = p.value(windowId).toLongLong(&good);
@@ -167,7 +186,8 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     // Service names: given ones, then those of zentrovar.ini unless it is to be written.
     QStringList services = p.values(service);
     QString iniFile = p.value(ini);
-    if (p.isSet(writeIni) && iniFile.isEmpty()) iniFile = resolveProfilePath(QStringLiteral("zentrovar.ini"));
+    if (p.isSet(writeIni) && iniFile.isEmpty())
+        iniFile = resolveProfilePath(QStringLiteral("zentrovar.ini"));
     if (p.isSet(ini) && !p.isSet(writeIni)) {
         if (!QFileInfo(iniFile).isFile()) return usage(QStringLiteral("no file ") + iniFile);
         for (const QString& name : servicesFromIni(iniFile))
@@ -185,7 +205,8 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     for (const QString& path : {folders.instrument, folders.methods, folders.data})
         if (path.size() > 80)
             say(stderr, QStringLiteral("zentrovar-hostsim: %1 is longer than the 80 characters the "
-                                       "program reads of an item; choose a shorter --root").arg(path));
+                                       "program reads of an item; choose a shorter --root")
+                            .arg(path));
 
     log_ = std::make_unique<FrameLog>();
     if (p.isSet(log) && !log_->open(p.value(log), &error)) {
@@ -205,12 +226,14 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     }
 
     if (p.isSet(writeIni)) {
-        if (!writeServicesIni(iniFile, instrument_, services.first(), services.value(1, services.first()), &error)) {
+        if (!writeServicesIni(iniFile, instrument_, services.first(),
+                              services.value(1, services.first()), &error)) {
             say(stderr, QStringLiteral("zentrovar-hostsim: ") + error);
             return 1;
         }
     }
-    if (!iniFile.isEmpty() && QFileInfo(iniFile).fileName().compare(u"zentrovar.ini", Qt::CaseInsensitive) == 0)
+    if (!iniFile.isEmpty() &&
+        QFileInfo(iniFile).fileName().compare(u"zentrovar.ini", Qt::CaseInsensitive) == 0)
         iniFolder_ = QFileInfo(iniFile).absolutePath();
 
     control_ = std::make_unique<ControlChannel>(*simulator_);
@@ -225,7 +248,8 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     }
 
     say(stderr, QStringLiteral("zentrovar-hostsim: serving %1; instrument %2, methods %3, data %4")
-                    .arg(services.join(QStringLiteral(", ")), folders.instrument, folders.methods, folders.data));
+                    .arg(services.join(QStringLiteral(", ")), folders.instrument, folders.methods,
+                         folders.data));
     say(stdout, QStringLiteral("ready"));
 
     if (p.isSet(launchOpt)) {
@@ -247,7 +271,8 @@ bool SimulatorApp::launch(const QString& program, QString* error) {
         env.insert(QStringLiteral("ZENTROVAR_CONFIG_DIR"), iniFolder_);
         program_->setProcessEnvironment(env);
     }
-    const QString argument = launchArgument(windowId_, service_, programFolder_, instrument_, offline_);
+    const QString argument =
+        launchArgument(windowId_, service_, programFolder_, instrument_, offline_);
     program_->start(program, {argument});
     if (!program_->waitForStarted(10000)) {
         *error = QStringLiteral("cannot start %1: %2").arg(program, program_->errorString());
@@ -256,7 +281,9 @@ bool SimulatorApp::launch(const QString& program, QString* error) {
     say(stderr, QStringLiteral("zentrovar-hostsim: started %1 %2").arg(program, argument));
     connect(program_, &QProcess::finished, this, [program](int code, QProcess::ExitStatus status) {
         say(stderr, status == QProcess::NormalExit
-                        ? QStringLiteral("zentrovar-hostsim: %1 ended with status %2").arg(program).arg(code)
+                        ? QStringLiteral("zentrovar-hostsim: %1 ended with status %2")
+                              .arg(program)
+                              .arg(code)
                         : QStringLiteral("zentrovar-hostsim: %1 crashed").arg(program));
     });
     return true;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "SimConfig.h"
-
 #include <QObject>
 #include <QString>
 #include <QStringList>
 #include <memory>
 #include <optional>
+
+#include "SimConfig.h"
 
 class QProcess;
 

@@ -1,6 +1,6 @@
-#include "SimulatorApp.h"
-
 #include <QCoreApplication>
+
+#include "SimulatorApp.h"
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);

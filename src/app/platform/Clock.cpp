@@ -1,10 +1,9 @@
 #include "Clock.h"
 
-#include <algorithm>
-
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTimer>
+#include <algorithm>
 
 namespace sidekin {
 

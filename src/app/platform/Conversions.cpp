@@ -1,10 +1,10 @@
 #include "Conversions.h"
 
-#include "RuntimeError.h"
-
 #include <cmath>
 #include <limits>
 #include <optional>
+
+#include "RuntimeError.h"
 
 namespace sidekin {
 
@@ -35,9 +35,12 @@ std::optional<double> radixNumber(const QString& s, qsizetype& pos, bool strict)
     if (value > 4294967295.0) {
         if (strict) raiseError(ErrOverflow);
     }
-    const bool short16 = (base == 16 && digits <= 4) || (base == 8 && digits <= 6 && value <= 65535);
-    if (short16 && value > 32767) value -= 65536;
-    else if (value > 2147483647.0) value -= 4294967296.0;
+    const bool short16 =
+        (base == 16 && digits <= 4) || (base == 8 && digits <= 6 && value <= 65535);
+    if (short16 && value > 32767)
+        value -= 65536;
+    else if (value > 2147483647.0)
+        value -= 4294967296.0;
     pos = p;
     return value;
 }

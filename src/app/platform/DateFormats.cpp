@@ -1,8 +1,8 @@
 #include "DateFormats.h"
 
-#include "RuntimeError.h"
-
 #include <QLocale>
+
+#include "RuntimeError.h"
 
 namespace sidekin {
 
@@ -24,7 +24,8 @@ QString FormatDate(const QDateTime& moment, const QString& format) {
     if (format == QLatin1String("mmdd")) return d.toString(QStringLiteral("MMdd"));
     if (format == QLatin1String("yyyy")) return d.toString(QStringLiteral("yyyy"));
     if (format == QLatin1String("y")) return QString::number(d.dayOfYear());
-    if (format == QLatin1String("dddddd")) return QLocale::system().toString(d, QLocale::LongFormat);
+    if (format == QLatin1String("dddddd"))
+        return QLocale::system().toString(d, QLocale::LongFormat);
     if (format == QLatin1String("ttttt")) return timeWithSeconds(moment.time());
     raiseError(ErrInvalidCall);
 }

@@ -1,8 +1,8 @@
 #include "LegacyText.h"
 
-#include "RuntimeError.h"
-
 #include <cmath>
+
+#include "RuntimeError.h"
 
 namespace sidekin {
 
@@ -55,8 +55,10 @@ QString CStr(double value) {
         return QString::number(static_cast<long long>(value));
     QString s = QString::number(value, 'g', 15).toUpper();
     // The legacy form drops the zero before the decimal point: ".5", "-.5".
-    if (s.startsWith(QLatin1String("0."))) s.remove(0, 1);
-    else if (s.startsWith(QLatin1String("-0."))) s.remove(1, 1);
+    if (s.startsWith(QLatin1String("0.")))
+        s.remove(0, 1);
+    else if (s.startsWith(QLatin1String("-0.")))
+        s.remove(1, 1);
     return s;
 }
 

@@ -1,5 +1,4 @@
 #include "platform/ProfileFile.h"
-#include "platform/Paths.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -15,6 +14,8 @@
 #include <cerrno>
 #include <optional>
 #include <vector>
+
+#include "platform/Paths.h"
 
 namespace sidekin {
 

@@ -1,19 +1,19 @@
 #include "Main.h"
 
+#include <cstdint>
+
 #include "AppState.h"
 #include "CommandLine.h"
 #include "FrmOrq.h"
 #include "G11n.h"
+#include "RunControl.h"
 #include "ShowHideOrq.h"
 #include "StartupFetch.h"
-#include "RunControl.h"
 #include "StatusEvents.h"
 #include "SubDirectory.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Screen.h"
 #include "platform/WindowSystem.h"
-
-#include <cstdint>
 
 namespace sidekin {
 

@@ -1,10 +1,10 @@
 #include "Main.h"
 
-#include "platform/PlatformWindowSystem.h"
-#include "platform/QtOperatorDialogs.h"
-
 #include <QApplication>
 #include <QStringList>
+
+#include "platform/PlatformWindowSystem.h"
+#include "platform/QtOperatorDialogs.h"
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);

@@ -1,11 +1,10 @@
-#include "platform/Conversions.h"
-#include "platform/RuntimeError.h"
-
-#include "ErrorOf.h"
-
 #include <gtest/gtest.h>
 
 #include <optional>
+
+#include "ErrorOf.h"
+#include "platform/Conversions.h"
+#include "platform/RuntimeError.h"
 
 using namespace sidekin;
 using sidekin::test::errorOf;
@@ -37,7 +36,8 @@ INSTANTIATE_TEST_SUITE_P(
                       ValCase{"negativeExponent", "5E-1", 0.5},
                       ValCase{"danglingExponent", "4e", 4}, ValCase{"secondPoint", "1.2.3", 1.2},
                       ValCase{"hex", "&H1F", 31}, ValCase{"hexSixteenBit", "&HFFFF", -1},
-                      ValCase{"octal", "&O17", 15}, ValCase{"bigNumber", "4294967296", 4294967296.0},
+                      ValCase{"octal", "&O17", 15},
+                      ValCase{"bigNumber", "4294967296", 4294967296.0},
                       ValCase{"commaStops", "1,000", 1}),
     [](const auto& info) { return std::string(info.param.name); });
 
@@ -68,28 +68,26 @@ TEST_P(StrictTest, AcceptsWholeNumbersOnly) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, StrictTest,
-    ::testing::Values(StrictCase{"integer", "42", 42}, StrictCase{"surroundingBlanks", "  42  ", 42},
-                      StrictCase{"negative", "-3.5", -3.5}, StrictCase{"plus", "+7", 7},
-                      StrictCase{"pointFirst", ".25", 0.25}, StrictCase{"pointLast", "3.", 3},
-                      StrictCase{"exponent", "1.5E2", 150}, StrictCase{"exponentSign", "2e-2", 0.02},
-                      StrictCase{"hex", "&H10", 16}, StrictCase{"empty", "", std::nullopt},
-                      StrictCase{"blank", "   ", std::nullopt},
-                      StrictCase{"trailingText", "12abc", std::nullopt},
-                      StrictCase{"blankInside", "1 2", std::nullopt},
-                      StrictCase{"twoPoints", "1.2.3", std::nullopt},
-                      StrictCase{"pointOnly", ".", std::nullopt},
-                      StrictCase{"signOnly", "-", std::nullopt},
-                      StrictCase{"exponentWithoutDigits", "1e", std::nullopt},
-                      StrictCase{"doubleSign", "--1", std::nullopt},
-                      StrictCase{"comma", "1,5", std::nullopt}),
+    ::testing::Values(
+        StrictCase{"integer", "42", 42}, StrictCase{"surroundingBlanks", "  42  ", 42},
+        StrictCase{"negative", "-3.5", -3.5}, StrictCase{"plus", "+7", 7},
+        StrictCase{"pointFirst", ".25", 0.25}, StrictCase{"pointLast", "3.", 3},
+        StrictCase{"exponent", "1.5E2", 150}, StrictCase{"exponentSign", "2e-2", 0.02},
+        StrictCase{"hex", "&H10", 16}, StrictCase{"empty", "", std::nullopt},
+        StrictCase{"blank", "   ", std::nullopt}, StrictCase{"trailingText", "12abc", std::nullopt},
+        StrictCase{"blankInside", "1 2", std::nullopt},
+        StrictCase{"twoPoints", "1.2.3", std::nullopt}, StrictCase{"pointOnly", ".", std::nullopt},
+        StrictCase{"signOnly", "-", std::nullopt},
+        StrictCase{"exponentWithoutDigits", "1e", std::nullopt},
+        StrictCase{"doubleSign", "--1", std::nullopt}, StrictCase{"comma", "1,5", std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(RoundingTest, HalvesGoToTheEvenNeighbour) {
     struct {
         double in;
         int out;
-    } cases[] = {{0.5, 0}, {1.5, 2}, {2.5, 2}, {3.5, 4}, {-0.5, 0}, {-1.5, -2}, {-2.5, -2},
-                 {2.4999, 2}, {2.5001, 3}};
+    } cases[] = {{0.5, 0},   {1.5, 2},   {2.5, 2},    {3.5, 4},   {-0.5, 0},
+                 {-1.5, -2}, {-2.5, -2}, {2.4999, 2}, {2.5001, 3}};
     for (auto c : cases) {
         EXPECT_EQ(CInt(c.in), c.out) << c.in;
         EXPECT_EQ(CLng(c.in), c.out) << c.in;

@@ -1,7 +1,7 @@
+#include <gtest/gtest.h>
+
 #include "platform/DateFormats.h"
 #include "platform/RuntimeError.h"
-
-#include <gtest/gtest.h>
 
 using namespace sidekin;
 

@@ -1,8 +1,8 @@
+#include <gtest/gtest.h>
+
 #include "ScriptedDialogs.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
-
-#include <gtest/gtest.h>
 
 using namespace sidekin;
 

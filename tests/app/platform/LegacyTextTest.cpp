@@ -1,9 +1,8 @@
-#include "platform/LegacyText.h"
-#include "platform/RuntimeError.h"
+#include <gtest/gtest.h>
 
 #include "ErrorOf.h"
-
-#include <gtest/gtest.h>
+#include "platform/LegacyText.h"
+#include "platform/RuntimeError.h"
 
 using namespace sidekin;
 using sidekin::test::errorOf;
@@ -56,9 +55,15 @@ TEST(NumberTextTest, LegacyForms) {
         double value;
         const char* str;
         const char* cstr;
-    } cases[] = {{5, " 5", "5"},           {0, " 0", "0"},           {-5, "-5", "-5"},
-                 {2.5, " 2.5", "2.5"},     {0.5, " .5", ".5"},       {-0.25, "-.25", "-.25"},
-                 {1e15, " 1E+15", "1E+15"}, {1e-5, " 1E-05", "1E-05"}, {32767, " 32767", "32767"},
+    } cases[] = {{5, " 5", "5"},
+                 {0, " 0", "0"},
+                 {-5, "-5", "-5"},
+                 {2.5, " 2.5", "2.5"},
+                 {0.5, " .5", ".5"},
+                 {-0.25, "-.25", "-.25"},
+                 {1e15, " 1E+15", "1E+15"},
+                 {1e-5, " 1E-05", "1E-05"},
+                 {32767, " 32767", "32767"},
                  {0.0001, " .0001", ".0001"}};
     for (auto c : cases) {
         EXPECT_EQ(Str(c.value), QString::fromLatin1(c.str)) << c.value;

@@ -1,8 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "QtPrinters.h"
-
 #include "HostScript.h"
+#include "QtPrinters.h"
 
 using namespace sidekin::hostsim;
 
@@ -44,9 +43,11 @@ TEST(HostScript, PrepareSingleRunTakesTenArguments) {
         SCOPED_TRACE(row.text);
         const auto run = prepared(QString::fromUtf8(row.text));
         ASSERT_TRUE(run);
-        const QStringList got = {run->method, QString::number(run->injector), run->sample, run->vial,
-                                 run->dataFile, run->sampleAmount, run->istdAmount, run->spare1,
-                                 run->spare2, run->info};
+        const QStringList got = {run->method,     QString::number(run->injector),
+                                 run->sample,     run->vial,
+                                 run->dataFile,   run->sampleAmount,
+                                 run->istdAmount, run->spare1,
+                                 run->spare2,     run->info};
         EXPECT_EQ(got, row.fields);
     }
 }
@@ -55,11 +56,11 @@ TEST(HostScript, RefusesWhatDoesNotParse) {
     const char* rows[] = {
         "",
         "HELLO",
-        R"(ORQ_PrepareSingleRun "M", 1, "S", 1, "F", "", "", "", "")",          // nine
-        R"(ORQ_PrepareSingleRun "M", 1, "S", 1, "F", "", "", "", "", "", 7)",   // eleven
-        R"(ORQ_PrepareSingleRun "M", X, "S", 1, "F", "", "", "", "", "")",      // injector
-        R"(ORQ_PrepareSingleRun "M", 1, "S", v, "F", "", "", "", "", "")",      // vial
-        R"(ORQ_PrepareSingleRun "M", 1, "S",, "F", "", "", "", "", "")",        // no blank
+        R"(ORQ_PrepareSingleRun "M", 1, "S", 1, "F", "", "", "", "")",         // nine
+        R"(ORQ_PrepareSingleRun "M", 1, "S", 1, "F", "", "", "", "", "", 7)",  // eleven
+        R"(ORQ_PrepareSingleRun "M", X, "S", 1, "F", "", "", "", "", "")",     // injector
+        R"(ORQ_PrepareSingleRun "M", 1, "S", v, "F", "", "", "", "", "")",     // vial
+        R"(ORQ_PrepareSingleRun "M", 1, "S",, "F", "", "", "", "", "")",       // no blank
         R"(ORQ_SetRunTableVars "op")",
         "ORQ_HOST_START",
         "ORQ_HOST_START 1x",

@@ -1,15 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QLocalSocket>
+#include <QProcess>
+
 #include "DemoSet.h"
 #include "HostSimulator.h"
 #include "LinkClient.h"
 #include "LinkServer.h"
 #include "TempFolder.h"
 #include "platform/ProfileFile.h"
-
-#include <QFile>
-#include <QLocalSocket>
-#include <QProcess>
 
 using namespace sidekin::hostsim;
 using sidekin::link::Verb;
@@ -55,13 +55,14 @@ TEST(HostSimProcess, ServesLaunchesTakesControlAndQuits) {
     const QString service = uniqueService("hostsim-process-");
     const QString controlName = uniqueService("hostsim-control-");
     const QString ini = dir.file("config/zentrovar.ini");
-    const QString program = dir.write("front-end.sh",
-                                      "#!/bin/sh\necho \"launched[$1] config[$ZENTROVAR_CONFIG_DIR]\"\n");
+    const QString program = dir.write(
+        "front-end.sh", "#!/bin/sh\necho \"launched[$1] config[$ZENTROVAR_CONFIG_DIR]\"\n");
     QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
-    HostProcess host({"--service", service, "--root", dir.file("root"), "--log", dir.file("frames.log"),
-                      "--run-seconds", "0", "--write-ini", "--ini", ini, "--instrument", "2",
-                      "--offline", "--launch", program, "--control", controlName});
+    HostProcess host({"--service", service, "--root", dir.file("root"), "--log",
+                      dir.file("frames.log"), "--run-seconds", "0", "--write-ini", "--ini", ini,
+                      "--instrument", "2", "--offline", "--launch", program, "--control",
+                      controlName});
     ASSERT_TRUE(host.saw("ready\n")) << host.out.toStdString();
 
     const QByteArray expected = "launched[0|" + service.toUtf8() + "|\"" + dir.path().toUtf8() +
@@ -84,7 +85,8 @@ TEST(HostSimProcess, ServesLaunchesTakesControlAndQuits) {
     control.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
     control.connectToServer(sidekin::link::serverName(controlName));
     QByteArray replies;
-    QObject::connect(&control, &QLocalSocket::readyRead, &control, [&] { replies += control.readAll(); });
+    QObject::connect(&control, &QLocalSocket::readyRead, &control,
+                     [&] { replies += control.readAll(); });
     control.write("get ShowORQ$\nshow 00\n");
     control.flush();
     EXPECT_TRUE(waitFor([&] { return replies == "ok 01\nok\n"; })) << replies.toStdString();
@@ -99,8 +101,9 @@ TEST(HostSimProcess, ServesLaunchesTakesControlAndQuits) {
 
 TEST(HostSimProcess, RefusesBadOptionsAndATakenName) {
     TempFolder dir;
-    for (const QStringList& args : {QStringList{"--model", "4450"}, QStringList{"--front-range", "9"},
-                                    QStringList{"--config", dir.file("none.ini")}, QStringList{"extra"}}) {
+    for (const QStringList& args :
+         {QStringList{"--model", "4450"}, QStringList{"--front-range", "9"},
+          QStringList{"--config", dir.file("none.ini")}, QStringList{"extra"}}) {
         HostProcess host(args + QStringList{"--root", dir.file("root")});
         ASSERT_TRUE(host.finished()) << args.join(' ').toStdString();
         EXPECT_EQ(host.process.exitCode(), 2) << args.join(' ').toStdString();

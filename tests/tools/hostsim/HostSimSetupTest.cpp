@@ -1,16 +1,15 @@
 #include <gtest/gtest.h>
 
-#include "QtPrinters.h"
+#include <QDir>
+#include <QFileInfo>
 
 #include "Control.h"
 #include "DemoSet.h"
 #include "HostSimulator.h"
+#include "QtPrinters.h"
 #include "SimConfig.h"
 #include "TempFolder.h"
 #include "platform/ProfileFile.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 using namespace sidekin::hostsim;
 namespace items = sidekin::items;
@@ -28,13 +27,14 @@ QString pvt(const QString& file, const QString& section, const QString& key) {
 
 TEST(HostSimConfig, ReadsEveryKeyOverTheDefaults) {
     TempFolder dir;
-    const QString file = dir.write("sim.ini",
-                                   "[Instrument]\nModel=4420\nFrontLowerVial=1\nFrontUpperVial=100\n"
-                                   "BackLowerVial=201\nBackUpperVial=208\nFrontValidVials=1-50, 99\n"
-                                   "FrontCapacity=12\nRangeNeedsMethod=yes\n"
-                                   "[Run]\nSeconds=2.5\nPublishMs=100\n"
-                                   "[Faults]\nAbortRuns=2,4\nAbortWord=ABORTED\nNoLoaded=1\nNoRunning=off\n"
-                                   "CloseAfter=7\nCloseOn=ORQ_HOST_START\nGarbageAfter=3\n");
+    const QString file =
+        dir.write("sim.ini",
+                  "[Instrument]\nModel=4420\nFrontLowerVial=1\nFrontUpperVial=100\n"
+                  "BackLowerVial=201\nBackUpperVial=208\nFrontValidVials=1-50, 99\n"
+                  "FrontCapacity=12\nRangeNeedsMethod=yes\n"
+                  "[Run]\nSeconds=2.5\nPublishMs=100\n"
+                  "[Faults]\nAbortRuns=2,4\nAbortWord=ABORTED\nNoLoaded=1\nNoRunning=off\n"
+                  "CloseAfter=7\nCloseOn=ORQ_HOST_START\nGarbageAfter=3\n");
     SimConfig c;
     QString error;
     ASSERT_TRUE(loadConfig(file, c, &error)) << error.toStdString();
@@ -61,11 +61,16 @@ TEST(HostSimConfig, ReadsEveryKeyOverTheDefaults) {
 TEST(HostSimConfig, RejectsValuesThatDoNotRead) {
     TempFolder dir;
     const char* rows[] = {
-        "[Instrument]\nModel=4450\n",         "[Instrument]\nFrontLowerVial=x\n",
-        "[Instrument]\nBackValidVials=1-\n",  "[Run]\nSeconds=-1\n",
-        "[Run]\nPublishMs=0\n",               "[Faults]\nAbortWord=aborted\n",
-        "[Faults]\nNoLoaded=maybe\n",         "[Faults]\nAbortRuns=1,x\n",
-        "[Instrument]\nFrontValidVials=8-1\n", "[Instrument]\nFrontValidVials=1-2-3\n",
+        "[Instrument]\nModel=4450\n",
+        "[Instrument]\nFrontLowerVial=x\n",
+        "[Instrument]\nBackValidVials=1-\n",
+        "[Run]\nSeconds=-1\n",
+        "[Run]\nPublishMs=0\n",
+        "[Faults]\nAbortWord=aborted\n",
+        "[Faults]\nNoLoaded=maybe\n",
+        "[Faults]\nAbortRuns=1,x\n",
+        "[Instrument]\nFrontValidVials=8-1\n",
+        "[Instrument]\nFrontValidVials=1-2-3\n",
     };
     for (const char* text : rows) {
         SimConfig c;
@@ -88,9 +93,13 @@ TEST(HostSimControl, LinesActOnTheSimulator) {
     } rows[] = {
         {"show 01", true, [&] { return sim.value(items::ShowOrq) == "01"; }},
         {"show 12", false, [&] { return sim.value(items::ShowOrq) == "01"; }},
-        {"set GUIStatusTime$ Prepare|1.0|min", true, [&] { return sim.value(items::StatusTime) == "Prepare|1.0|min"; }},
+        {"set GUIStatusTime$ Prepare|1.0|min", true,
+         [&] { return sim.value(items::StatusTime) == "Prepare|1.0|min"; }},
         {"fault abort 3 ABORTED", true,
-         [&] { return sim.config().faults.abortRuns.count(3) && sim.config().faults.abortWord == "ABORTED"; }},
+         [&] {
+             return sim.config().faults.abortRuns.count(3) &&
+                    sim.config().faults.abortWord == "ABORTED";
+         }},
         {"fault abort off", true, [&] { return sim.config().faults.abortRuns.empty(); }},
         {"fault noloaded on", true, [&] { return sim.config().faults.noLoaded; }},
         {"fault norunning maybe", false, [&] { return !sim.config().faults.noRunning; }},
@@ -100,7 +109,8 @@ TEST(HostSimControl, LinesActOnTheSimulator) {
     };
     for (const auto& row : rows) {
         const ControlReply reply = applyControl(sim, row.line);
-        EXPECT_EQ(reply.text.startsWith("ok"), row.ok) << row.line << " -> " << reply.text.toStdString();
+        EXPECT_EQ(reply.text.startsWith("ok"), row.ok)
+            << row.line << " -> " << reply.text.toStdString();
         EXPECT_TRUE(row.effect()) << row.line;
         EXPECT_FALSE(reply.quit);
     }
@@ -139,9 +149,12 @@ TEST(HostSimDemo, InstallsTheInstrumentAndKeepsCounters) {
     }
     EXPECT_TRUE(counterPair);
     EXPECT_TRUE(manualPair);
-    EXPECT_EQ(sidekin::GetPrivateProfileIntA("ZE44QK00", "FrUpperVial", 999, f.instrument + "ZE44QK00.INI"), 108u);
+    EXPECT_EQ(sidekin::GetPrivateProfileIntA("ZE44QK00", "FrUpperVial", 999,
+                                             f.instrument + "ZE44QK00.INI"),
+              108u);
 
-    ASSERT_TRUE(sidekin::WritePrivateProfileStringA("Solvent Blank,FRONTSTD", "DataFile", "BLKF,41", orq));
+    ASSERT_TRUE(
+        sidekin::WritePrivateProfileStringA("Solvent Blank,FRONTSTD", "DataFile", "BLKF,41", orq));
     ASSERT_TRUE(installDemoSet(dir.path(), false, &error));
     EXPECT_EQ(pvt(orq, "Solvent Blank,FRONTSTD", "DataFile"), "BLKF,41");
     ASSERT_TRUE(installDemoSet(dir.path(), true, &error));
@@ -150,9 +163,10 @@ TEST(HostSimDemo, InstallsTheInstrumentAndKeepsCounters) {
 
 TEST(HostSimDemo, ServiceNamesInZentrovarIni) {
     TempFolder dir;
-    const QString ini = dir.write("zentrovar.ini",
-                                  "[PCS,1]\nOther=1\n[PCS,3]\n_DDEOnLine=ThirdOn\n_DDEOffLine=ThirdOn\n"
-                                  "[PCS,5]\n_DDEOnLine=TooFar\n");
+    const QString ini =
+        dir.write("zentrovar.ini",
+                  "[PCS,1]\nOther=1\n[PCS,3]\n_DDEOnLine=ThirdOn\n_DDEOffLine=ThirdOn\n"
+                  "[PCS,5]\n_DDEOnLine=TooFar\n");
     QString error;
     ASSERT_TRUE(writeServicesIni(ini, 1, "SimOn", "SimOff", &error));
     EXPECT_EQ(servicesFromIni(ini), (QStringList{"SimOn", "SimOff", "ThirdOn"}));

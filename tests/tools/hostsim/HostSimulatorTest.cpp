@@ -1,17 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QtEndian>
+
 #include "DemoSet.h"
 #include "FrameLog.h"
 #include "HostSimulator.h"
 #include "LinkClient.h"
 #include "LinkServer.h"
 #include "TempFolder.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QRegularExpression>
-#include <QtEndian>
 
 using namespace sidekin::hostsim;
 namespace items = sidekin::items;
@@ -34,7 +34,8 @@ QStringList sent(QStringList values) {
 }
 
 QString prepareCommand(const QString& dataFile) {
-    return QStringLiteral(R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "Blank", 101, "%1", "", "", "", "", "")")
+    return QStringLiteral(
+               R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "Blank", 101, "%1", "", "", "", "", "")")
         .arg(dataFile);
 }
 
@@ -42,7 +43,9 @@ class HostSim : public ::testing::Test {
 protected:
     void SetUp() override {
         static int count = 0;
-        service = QStringLiteral("hostsim-test-%1-%2").arg(QCoreApplication::applicationPid()).arg(++count);
+        service = QStringLiteral("hostsim-test-%1-%2")
+                      .arg(QCoreApplication::applicationPid())
+                      .arg(++count);
         QString error;
         ASSERT_TRUE(installDemoSet(root.path(), false, &error)) << error.toStdString();
         ASSERT_TRUE(log.open(root.file("frames.log"), &error));
@@ -143,9 +146,11 @@ TEST_F(HostSim, WaitTopicFinishesBeforeTheAckNoWaitAfter) {
         ASSERT_TRUE(client.waitForUpdate(items::RunEngine, "LOADED" + CRLF));
         ASSERT_TRUE(client.answer(id));
         auto position = [&](auto match) {
-            return std::find_if(client.frames.begin(), client.frames.end(), match) - client.frames.begin();
+            return std::find_if(client.frames.begin(), client.frames.end(), match) -
+                   client.frames.begin();
         };
-        const auto ack = position([&](const Frame& f) { return f.id == id && f.verb == Verb::Ack; });
+        const auto ack =
+            position([&](const Frame& f) { return f.id == id && f.verb == Verb::Ack; });
         const auto loading = position([](const Frame& f) { return f.value == "LOADING" + CRLF; });
         if (topic == Wait) {
             EXPECT_LT(loading, ack);
@@ -159,7 +164,8 @@ TEST_F(HostSim, WaitTopicFinishesBeforeTheAckNoWaitAfter) {
 TEST_F(HostSim, CommandsThatDoNotParseAreRefusedAndChangeNothing) {
     LinkClient client(service);
     for (const QString& topic : {Wait, NoWait}) {
-        for (const char* text : {"RUN NOW", R"(ORQ_PrepareSingleRun "M", 1, "S", 1)", "ORQ_HOST_START x"}) {
+        for (const char* text :
+             {"RUN NOW", R"(ORQ_PrepareSingleRun "M", 1, "S", 1)", "ORQ_HOST_START x"}) {
             const auto reply = client.ask(Verb::Execute, topic, text);
             ASSERT_TRUE(reply) << text;
             EXPECT_EQ(reply->verb, Verb::Refused) << text;
@@ -178,8 +184,9 @@ TEST_F(HostSim, ARunPublishesItsCourseAndLeavesItsDataFolder) {
         LinkClient client(service);
         client.ask(Verb::Advise, NoWait, items::SystemStatus);
         client.ask(Verb::Advise, NoWait, items::StatusTime);
-        EXPECT_EQ(client.ask(Verb::Execute, Wait,
-                             QStringLiteral(R"(ORQ_SetRunTableVars "Avery", "%1")").arg(subdirectory))
+        EXPECT_EQ(client
+                      .ask(Verb::Execute, Wait,
+                           QStringLiteral(R"(ORQ_SetRunTableVars "Avery", "%1")").arg(subdirectory))
                       ->verb,
                   Verb::Ack);
         runRow(client, 1, "RUN01", "Completed");
@@ -192,10 +199,12 @@ TEST_F(HostSim, ARunPublishesItsCourseAndLeavesItsDataFolder) {
         const QStringList times = client.updates(items::StatusTime);
         ASSERT_FALSE(times.isEmpty());
         const QRegularExpression timeFormat(R"(^Elapsed\|\d+\.\d\|min\r\n$)");
-        for (const QString& t : times) EXPECT_TRUE(timeFormat.match(t).hasMatch()) << t.toStdString();
+        for (const QString& t : times)
+            EXPECT_TRUE(timeFormat.match(t).hasMatch()) << t.toStdString();
 
         const QString data = demoFolders(root.path()).data;
-        const QString folder = data + (subdirectory.isEmpty() ? "" : subdirectory + "/") + "RUN01.d";
+        const QString folder =
+            data + (subdirectory.isEmpty() ? "" : subdirectory + "/") + "RUN01.d";
         EXPECT_TRUE(QFileInfo(folder).isDir()) << folder.toStdString();
         EXPECT_TRUE(QFile(folder + "/run.txt").exists());
         QDir(data).removeRecursively();
@@ -209,7 +218,8 @@ TEST_F(HostSim, EachLoadIsAChangeEvenWhenAlreadyLoaded) {
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(client.ask(Verb::Execute, NoWait, "ORQ_LoadMethod FRONTSTD")->verb, Verb::Ack);
     ASSERT_TRUE(waitFor([&] { return client.updates(items::RunEngine).size() == 5; }));
-    EXPECT_EQ(client.updates(items::RunEngine).mid(1), sent({"LOADING", "LOADED", "LOADING", "LOADED"}));
+    EXPECT_EQ(client.updates(items::RunEngine).mid(1),
+              sent({"LOADING", "LOADED", "LOADING", "LOADED"}));
 }
 
 TEST_F(HostSim, RunFaultsChangeWhatIsReported) {
@@ -219,12 +229,29 @@ TEST_F(HostSim, RunFaultsChangeWhatIsReported) {
         QStringList words;  // after Idle
         bool dataFolder;
     } rows[] = {
-        {"abort", [](Faults& f) { f.abortRuns = {1}; }, {"LOADING", "LOADED", "RUNNING", "Aborted"}, false},
-        {"ABORTED", [](Faults& f) { f.abortRuns = {1}; f.abortWord = "ABORTED"; },
-         {"LOADING", "LOADED", "RUNNING", "ABORTED"}, false},
-        {"other row", [](Faults& f) { f.abortRuns = {2}; }, {"LOADING", "LOADED", "RUNNING", "Completed"}, true},
-        {"no LOADED", [](Faults& f) { f.noLoaded = true; }, {"LOADING", "RUNNING", "Completed"}, true},
-        {"no RUNNING", [](Faults& f) { f.noRunning = true; }, {"LOADING", "LOADED", "Completed"}, true},
+        {"abort",
+         [](Faults& f) { f.abortRuns = {1}; },
+         {"LOADING", "LOADED", "RUNNING", "Aborted"},
+         false},
+        {"ABORTED",
+         [](Faults& f) {
+             f.abortRuns = {1};
+             f.abortWord = "ABORTED";
+         },
+         {"LOADING", "LOADED", "RUNNING", "ABORTED"},
+         false},
+        {"other row",
+         [](Faults& f) { f.abortRuns = {2}; },
+         {"LOADING", "LOADED", "RUNNING", "Completed"},
+         true},
+        {"no LOADED",
+         [](Faults& f) { f.noLoaded = true; },
+         {"LOADING", "RUNNING", "Completed"},
+         true},
+        {"no RUNNING",
+         [](Faults& f) { f.noRunning = true; },
+         {"LOADING", "LOADED", "Completed"},
+         true},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -251,7 +278,8 @@ TEST_F(HostSim, NameCheckCreatesAndDeletesARealFile) {
         bool exists;
     } rows[] = {
         {folder, true},
-        {QString(folder).replace('/', '\\'), true},  // the program's folder may come with backslashes
+        {QString(folder).replace('/', '\\'),
+         true},  // the program's folder may come with backslashes
         {root.path() + "/missing/folder/", false},
     };
     LinkClient client(service);
@@ -261,22 +289,27 @@ TEST_F(HostSim, NameCheckCreatesAndDeletesARealFile) {
         const QString onDisk = (row.exists ? folder : root.path() + "/missing/folder/") + name;
         const auto opened = client.ask(
             Verb::Execute, Wait,
-            QStringLiteral(R"(ORQNameCheck=0;On Error ORQNameCheck=1;Open "%1%2" For Output As #3; On Error)")
+            QStringLiteral(
+                R"(ORQNameCheck=0;On Error ORQNameCheck=1;Open "%1%2" For Output As #3; On Error)")
                 .arg(row.folder, name));
         ASSERT_EQ(opened->verb, Verb::Ack);
         EXPECT_EQ(QFileInfo::exists(onDisk), row.exists);
-        EXPECT_EQ(client.ask(Verb::Request, Wait, "ORQNameCheck")->value, (row.exists ? "0" : "1") + CRLF);
+        EXPECT_EQ(client.ask(Verb::Request, Wait, "ORQNameCheck")->value,
+                  (row.exists ? "0" : "1") + CRLF);
         if (!row.exists) continue;
         EXPECT_EQ(client.ask(Verb::Execute, Wait, "Close #3")->verb, Verb::Ack);
-        EXPECT_EQ(client.ask(Verb::Execute, Wait,
-                             QStringLiteral(R"(Delete "%1%2",DontAsk)").arg(row.folder, name))
+        EXPECT_EQ(client
+                      .ask(Verb::Execute, Wait,
+                           QStringLiteral(R"(Delete "%1%2",DontAsk)").arg(row.folder, name))
                       ->verb,
                   Verb::Ack);
         EXPECT_FALSE(QFileInfo::exists(onDisk));
     }
     // Without a trap a failing statement refuses the command.
-    EXPECT_EQ(client.ask(Verb::Execute, Wait, QStringLiteral(R"(Delete "%1gone",DontAsk)").arg(folder))->verb,
-              Verb::Refused);
+    EXPECT_EQ(
+        client.ask(Verb::Execute, Wait, QStringLiteral(R"(Delete "%1gone",DontAsk)").arg(folder))
+            ->verb,
+        Verb::Refused);
 }
 
 TEST_F(HostSim, QuestionsAnswerForTheConfiguredInstrument) {
@@ -302,7 +335,8 @@ TEST_F(HostSim, QuestionsAnswerForTheConfiguredInstrument) {
         {"none", "", valid.arg(" 2", " 150"), "ddeORQ", "0"},
         {"none", "1-150", valid.arg(" 2", " 150"), "ddeORQ", "1"},
         {"none", "", valid.arg(" 3", " 1"), "ddeORQ", "0"},
-        {"4420", "", R"(ddeORQ = RCGetResourceVal("GC1","config",  "ALS.Fr.Capacity"))", "ddeORQ", "8"},
+        {"4420", "", R"(ddeORQ = RCGetResourceVal("GC1","config",  "ALS.Fr.Capacity"))", "ddeORQ",
+         "8"},
         {"none", "", "ddeORQ$ = ORQGetInjectorVialRange$(1)", "ddeORQ$", "101,108"},
         {"none", "", "ddeORQ$ = ORQGetInjectorVialRange$(2)", "ddeORQ$", "1,100"},
     };
@@ -314,7 +348,8 @@ TEST_F(HostSim, QuestionsAnswerForTheConfiguredInstrument) {
         EXPECT_EQ(client.question(row.command, row.variable), row.answer + CRLF)
             << row.model.toStdString() << ": " << row.command.toStdString();
     }
-    EXPECT_EQ(client.ask(Verb::Execute, Wait, "ddeORQ$ = ORQGetInjectorVialRange$(3)")->verb, Verb::Refused);
+    EXPECT_EQ(client.ask(Verb::Execute, Wait, "ddeORQ$ = ORQGetInjectorVialRange$(3)")->verb,
+              Verb::Refused);
 }
 
 TEST_F(HostSim, RangeCanWaitForALoadedMethod) {
@@ -354,7 +389,8 @@ TEST_F(HostSim, MalformedInputDropsOnlyThatConnection) {
         {"short length", QByteArray("\0\0\0\3abc", 7)},
         {"unknown verb", frameWith([](QByteArray& b) { b[4] = 99; })},
         {"oversized", frameWith([](QByteArray& b) { qToBigEndian<quint32>(70000, b.data()); })},
-        {"text overruns body", frameWith([](QByteArray& b) { qToBigEndian<quint32>(500, b.data() + 9); })},
+        {"text overruns body",
+         frameWith([](QByteArray& b) { qToBigEndian<quint32>(500, b.data() + 9); })},
     };
     LinkClient bystander(service);
     for (const auto& row : rows) {

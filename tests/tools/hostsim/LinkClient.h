@@ -1,7 +1,5 @@
 #pragma once
 
-#include "LinkProtocol.h"
-
 #include <QCoreApplication>
 #include <QLocalSocket>
 #include <QTimer>
@@ -9,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "LinkProtocol.h"
 #include "QtPrinters.h"
 
 namespace sidekin::test {
