@@ -26,6 +26,7 @@
 #include "CPLinks.h"
 #include "FrmOrq.h"
 #include "ItemFeed.h"
+#include "MainWindowEvents.h"
 #include "Nls.h"
 #include "RunControl.h"
 #include "StartupFetch.h"
@@ -207,8 +208,7 @@ bool ProgramSession::connect(const HostProcess& host, bool showWindow) {
     App.GlblInstrument = 1;
     App.GlblOffline = QStringLiteral("0");
     App.GlblOrqDir = host.configFolder() + QLatin1Char('/');
-    wireStatusEvents();
-    wireRunControl();
+    installEventWiring();
     OpenDDELinks();
     if (!serveUntil(
             [] {

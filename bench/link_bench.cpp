@@ -7,10 +7,10 @@
 #include "AppState.h"
 #include "BenchSupport.h"
 #include "CPLinks.h"
-#include "Conversation.h"
 #include "FrmOrq.h"
 #include "HostCommands.h"
 #include "HostConversation.h"
+#include "HostLink.h"
 #include "LinkProtocol.h"
 #include "LinkTextBox.h"
 #include "platform/Clock.h"
@@ -104,7 +104,7 @@ int main(int argc, char** argv) {
         int failures = 0;
         QString value;
         {
-            auto conversation = link::Conversation::open(host.service());
+            auto conversation = link::hostLink().open(host.service());
             for (int i = 0; i < Warmup; ++i)
                 conversation->request(link::TopicWait, QStringLiteral("ShowORQ$"), 60000);
             std::vector<double> times;
@@ -127,7 +127,7 @@ int main(int argc, char** argv) {
             for (int i = 0; i < FreshRequests; ++i) {
                 const auto t0 = Steady::now();
                 try {
-                    auto conversation = link::Conversation::open(host.service());
+                    auto conversation = link::hostLink().open(host.service());
                     conversation->request(link::TopicWait, QStringLiteral("ShowORQ$"), 60000);
                 } catch (const RuntimeError&) {
                     ++failures;

@@ -5,6 +5,7 @@
 #include "AppState.h"
 #include "G11n.h"
 #include "Profile.h"
+#include "ProfileKeys.h"
 #include "platform/Clock.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
@@ -86,17 +87,16 @@ int testServiceBuffer(const QString& buffer) {
 void readServiceKey(const QString& section, const QString& key, QString& buffer) {
     QString value;
     const int count =
-        GetPrivateProfileStringA(section, key, QString(5, u' '), value, 19, HostIniFile);
+        GetPrivateProfileStringA(section, key, QString(5, u' '), value, 19, profile::HostIniFile);
     buffer.replace(0, count + 1, value.left(count) + QChar(u'\0'));
 }
 
 void lookUpService() {
     QString buffer(20, u' ');
     for (int counter = 1; counter <= 4; ++counter) {
-        const QString section = QStringLiteral("PCS,") + QString::number(counter);
-        readServiceKey(section, QStringLiteral("_DDEOnLine"), buffer);
-        if (testServiceBuffer(buffer) == 0)
-            readServiceKey(section, QStringLiteral("_DDEOffLine"), buffer);
+        const QString section = profile::PcsPrefix + QString::number(counter);
+        readServiceKey(section, profile::DdeOnline, buffer);
+        if (testServiceBuffer(buffer) == 0) readServiceKey(section, profile::DdeOffline, buffer);
         if (testServiceBuffer(buffer) > 0) {
             App.GlblDDEApp = UpToNul(buffer);
             break;

@@ -24,7 +24,7 @@ QString GetPvtProfileStr(const QString& section, const QString& key, const QStri
 
 QString GetProfileStr(const QString& section, const QString& key) {
     QString result;
-    handled("GetProfileStr", [&] { result = readKey(section, key, HostIniFile); });
+    handled("GetProfileStr", [&] { result = readKey(section, key, profile::HostIniFile); });
     return result;
 }
 

@@ -3,6 +3,8 @@
 #include <QString>
 #include <cstdint>
 
+#include "ProfileKeys.h"
+
 namespace sidekin {
 
 // A key of a profile file: its text (at most 255 characters), or "-1" when the
@@ -14,7 +16,5 @@ QString GetProfileStr(const QString& section, const QString& key);
 
 // Field index (from 1) of a text whose fields are cut by separator.
 QString GetParameter(const QString& text, std::int16_t index, const QString& separator);
-
-inline const QString HostIniFile = QStringLiteral("zentrovar.ini");
 
 }  // namespace sidekin

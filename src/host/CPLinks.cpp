@@ -58,13 +58,6 @@ void CPLinks::Form_KeyPress(int keyAscii) {
     });
 }
 
-void wireChangeEvent(QLineEdit& box, void (*event)()) {
-    const char* wired = "sidekinChangeEventWired";
-    if (box.property(wired).toBool()) return;
-    box.setProperty(wired, true);
-    QObject::connect(&box, &QLineEdit::textChanged, &box, event);
-}
-
 CPLinks& cpLinks() {
     if (!instance) {
         instance = std::make_unique<CPLinks>();

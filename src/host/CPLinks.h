@@ -32,9 +32,6 @@ protected:
 
 inline const QString CPLinksCaption = QStringLiteral("DDEForm");
 
-// Connects a box's change event to its procedure, once however often asked.
-void wireChangeEvent(QLineEdit& box, void (*event)());
-
 // The one mailbox form, created and loaded at its first access.
 CPLinks& cpLinks();
 bool cpLinksLoaded();

@@ -4,6 +4,7 @@
 #include "LinkProtocol.h"
 #include "LinkTextBox.h"
 #include "Profile.h"
+#include "ProfileKeys.h"
 #include "platform/Clock.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
@@ -29,7 +30,7 @@ void openLink(LinkTextBox& link, int timeout, const QString& topic) {
 QString chooseService() {
     const QString key =
         CDbl(App.GlblOffline) == 1.0 ? QStringLiteral("_DDEOFFLINE") : QStringLiteral("_DDEONLINE");
-    return GetProfileStr(QStringLiteral("PCS,") + CStr(App.GlblInstrument), key);
+    return GetProfileStr(profile::PcsPrefix + CStr(App.GlblInstrument), key);
 }
 
 void DDERequest(LinkTextBox& link, const QString& item) {

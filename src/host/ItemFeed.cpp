@@ -11,7 +11,7 @@
 #include <map>
 #include <memory>
 
-#include "Conversation.h"
+#include "HostLink.h"
 #include "platform/RuntimeError.h"
 
 namespace sidekin::itemfeed {
@@ -23,7 +23,7 @@ constexpr int FeedTimeoutMs = 60000;
 struct Feed {
     QString caption;
     QString topic;
-    std::unique_ptr<link::Conversation> conversation;
+    std::unique_ptr<link::Channel> conversation;
     QStringList announced;
     // Values not yet read, oldest first, and the value read last.
     std::map<QString, std::deque<QString>> queued;
@@ -77,12 +77,12 @@ std::int16_t SetHandleInDLL(const QString& caption) {
 
 std::int16_t DDE_Initiate(const QString& service, const QString& topic) {
     try {
-        feed().conversation = link::Conversation::open(service);
+        feed().conversation = link::hostLink().open(service);
     } catch (const RuntimeError&) {
         return 0;
     }
     feed().topic = topic;
-    QObject::connect(feed().conversation.get(), &link::Conversation::itemUpdated, &deliver);
+    QObject::connect(feed().conversation.get(), &link::Channel::itemUpdated, &deliver);
     return 1;
 }
 

@@ -1,6 +1,6 @@
 #include "LinkTextBox.h"
 
-#include "Conversation.h"
+#include "HostLink.h"
 #include "platform/RuntimeError.h"
 
 namespace sidekin {
@@ -22,10 +22,10 @@ void LinkTextBox::setLinkMode(int mode) {
         return;
     }
     if (mode_ == None || !conversation_ || !conversation_->isOpen())
-        conversation_ = link::Conversation::open(service());
+        conversation_ = link::hostLink().open(service());
     mode_ = mode;
     if (mode == Automatic) {
-        connect(conversation_.get(), &link::Conversation::itemUpdated, this,
+        connect(conversation_.get(), &link::Channel::itemUpdated, this,
                 [this](const QString& item, const QString& value) {
                     if (item == LinkItem) setText(value);
                 });

@@ -6,7 +6,7 @@
 namespace sidekin {
 
 namespace link {
-class Conversation;
+class Channel;
 }
 
 // A text box that can hold a link to a host item, as the legacy platform's
@@ -36,7 +36,7 @@ private:
     int timeoutMs() const;
 
     int mode_ = None;
-    std::unique_ptr<link::Conversation> conversation_;
+    std::unique_ptr<link::Channel> conversation_;
 };
 
 }  // namespace sidekin

@@ -7,6 +7,7 @@
 #include "CPLinks.h"
 #include "ItemFeed.h"
 #include "LinkProtocol.h"
+#include "ProfileKeys.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Events.h"
@@ -81,7 +82,7 @@ void GetData(const QString& item) {
             links.txtInstPath->setText(value);
             const QString folder = folderOf(value);
             App.GlblInstDir = folder;
-            App.GlblIniFile = Trim(folder + QStringLiteral("ORQ.INI"));
+            App.GlblIniFile = Trim(folder + profile::OrqIniName);
         } else if (item == QLatin1String("_METHPATH$")) {
             links.txtMethPath->setText(value);
             App.GlblMethodDir = Trim(folderOf(value));

@@ -5,22 +5,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <algorithm>
 #include <memory>
-#include <vector>
 
-#include "AppState.h"
 #include "FlexGridView.h"
-#include "FontCharset.h"
-#include "G11n.h"
 #include "LinkTextBox.h"
-#include "Profile.h"
-#include "RunTable.h"
-#include "ShowHideOrq.h"
-#include "Sleep.h"
-#include "platform/Conversions.h"
-#include "platform/ErrorHandler.h"
-#include "platform/Events.h"
 #include "platform/Screen.h"
 
 namespace sidekin {
@@ -28,7 +16,7 @@ namespace sidekin {
 namespace {
 
 std::unique_ptr<FrmOrq> instance;
-std::vector<void (*)(FrmOrq&)> wirings;
+void (*loader)(FrmOrq&) = nullptr;
 
 QRect twipsRect(int left, int top, int width, int height) {
     return {twipsToPixelsX(left), twipsToPixelsY(top), twipsToPixelsX(width),
@@ -117,13 +105,8 @@ FrmOrq::FrmOrq() {
     for (QLineEdit* hidden :
          {static_cast<QLineEdit*>(ddeDummy), static_cast<QLineEdit*>(ddeShowORQ), txtSampleLoc})
         hidden->hide();
-    connect(ddeShowORQ, &QLineEdit::textChanged, this, &FrmOrq::ddeShowORQ_Change);
     // Captions start at the top left, so a host text with a line end keeps its first line in view.
     for (QLabel* label : findChildren<QLabel*>()) label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-}
-
-void FrmOrq::ddeShowORQ_Change() {
-    handled("ddeShowORQ_Change", [] { ShowHideOrq(); });
 }
 
 void FrmOrq::setTopTwips(float top) {
@@ -138,43 +121,16 @@ void FrmOrq::setLeftTwips(float left) {
 
 void FrmOrq::applyPosition() { move(twipsToPixelsX(left_), twipsToPixelsY(top_)); }
 
-void FrmOrq::Form_Load() {
-    handled("Form_Load", [&] {
-        applyFontCharset(*lblCurrentRun, readFontCharset());
-        App.GlblOperator.clear();
-        App.GlblCurrentRun = 0;
-        App.GlblEditOpen = 0;
-        DoEvents();
-        sleep(0.5f);
-        const std::int16_t operators = CInt(Val(GetPvtProfileStr(
-            QStringLiteral("Operators"), QStringLiteral("NumOperators"), App.GlblIniFile)));
-        DoEvents();
-        for (std::int16_t n = 1; n <= operators; n = add16(n, 1))
-            cboOperator->addItem(GetPvtProfileStr(QStringLiteral("Operators"),
-                                                  QStringLiteral("Operator") + QString::number(n),
-                                                  App.GlblIniFile));
-        cboOperator->setCurrentIndex(-1);
-        SetColumnHeaders(fgrdRunTable->grid());
-        lblSubDir->hide();
-        txtSubDir->hide();
-        lblCurrentRun->setText(GetResourceString(17100));
-        lblStatusTime->clear();
-    });
-}
-
 FrmOrq& frmORQ() {
     if (!instance) {
         // Kept before Form_Load runs: events served inside it may touch the form.
         instance = std::make_unique<FrmOrq>();
-        for (auto wire : wirings) wire(*instance);
-        instance->Form_Load();
+        if (loader) loader(*instance);
     }
     return *instance;
 }
 
-void addFrmOrqWiring(void (*wire)(FrmOrq&)) {
-    if (std::find(wirings.begin(), wirings.end(), wire) == wirings.end()) wirings.push_back(wire);
-}
+void setFrmOrqLoader(void (*load)(FrmOrq&)) { loader = load; }
 
 bool frmORQLoaded() { return instance != nullptr; }
 

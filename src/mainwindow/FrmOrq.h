@@ -13,13 +13,11 @@ namespace sidekin {
 class FlexGridView;
 class LinkTextBox;
 
-// The main window. Controls keep their design names; positions are in twips.
+// The main window's design: controls by their design names at their positions
+// in twips, with their design captions. What they do is wired in from outside.
 class FrmOrq : public QWidget {
 public:
     FrmOrq();
-
-    void Form_Load();
-    void ddeShowORQ_Change();
 
     // Position of the window in twips, as the design and Main speak of it.
     void setTopTwips(float top);
@@ -62,11 +60,11 @@ private:
     float left_ = 0;
 };
 
-// The one main window, created and loaded (Form_Load) at its first access.
+// The one main window, made at its first access and then handed to the loader,
+// which connects its events and runs its Form_Load.
 FrmOrq& frmORQ();
-// Called with the new form before its Form_Load, so its events are wired
-// whenever its first access happens. Each function is kept once.
-void addFrmOrqWiring(void (*wire)(FrmOrq&));
+// Set once at start-up, before the first access.
+void setFrmOrqLoader(void (*load)(FrmOrq&));
 bool frmORQLoaded();
 // Ends the form's life; tests start each case without one.
 void unloadFrmORQ();

@@ -1,10 +1,9 @@
 #include "Counters.h"
 
-#include <QLineEdit>
-
 #include "AppState.h"
 #include "G11n.h"
 #include "Profile.h"
+#include "ProfileKeys.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
 #include "platform/LegacyText.h"
@@ -14,15 +13,13 @@ namespace sidekin {
 
 namespace {
 
-const QString DataFileKey = QStringLiteral("DataFile");
-
 QString pairSection(const QString& sample, const QString& method) {
     return sample + QLatin1Char(',') + method;
 }
 
 QString storedDataFile(const QString& section) {
-    const QString value = GetPvtProfileStr(section, DataFileKey, App.GlblIniFile);
-    return value == QLatin1String("-1") ? QString() : value;
+    const QString value = GetPvtProfileStr(section, profile::DataFile, App.GlblIniFile);
+    return value == profile::Missing ? QString() : value;
 }
 
 struct Counter {
@@ -49,20 +46,20 @@ QString PeekNextFileName(const QString& sample, const QString& method) {
     return result;
 }
 
-QString GetNextFileName(QLineEdit& txtDataFile, const QString& sample, const QString& method) {
+QString GetNextFileName(const QString& txtDataFile, const QString& sample, const QString& method) {
     QString result;
     handled("GetNextFileName", [&] {
         const QString section = pairSection(sample, method);
-        if (GetPvtProfileStr(section, QStringLiteral("DataFileNaming"), App.GlblIniFile) !=
-            QLatin1String("PrefixCounter")) {
-            result = txtDataFile.text();
+        if (GetPvtProfileStr(section, profile::DataFileNaming, App.GlblIniFile) !=
+            profile::PrefixCounter) {
+            result = txtDataFile;
             return;
         }
         const Counter counter = readCounter(section);
         result = counter.name;
         // The count is stored before the name leaves: a name handed out is never given again.
         const QString next = counter.prefix + QLatin1Char(',') + CStr(add16(counter.count, 1));
-        if (WritePrivateProfileStringA(section, DataFileKey, next, App.GlblIniFile) == 0)
+        if (WritePrivateProfileStringA(section, profile::DataFile, next, App.GlblIniFile) == 0)
             dialogs().messageBox(BoxStyle::ExclamationOk, GetResourceString(17222),
                                  GetResourceString(17267));
     });

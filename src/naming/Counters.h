@@ -3,8 +3,6 @@
 #include <QString>
 #include <cstdint>
 
-class QLineEdit;
-
 namespace sidekin {
 
 // Data file names made of a pair's prefix and a running count, kept in key
@@ -14,8 +12,8 @@ namespace sidekin {
 QString PeekNextFileName(const QString& sample, const QString& method);
 
 // In counter mode the next name, with the stored count advanced before the name
-// is handed out; otherwise the text of the form's data file field.
-QString GetNextFileName(QLineEdit& txtDataFile, const QString& sample, const QString& method);
+// is handed out; otherwise the text of the form's data file field as given.
+QString GetNextFileName(const QString& txtDataFile, const QString& sample, const QString& method);
 
 // How many different names the prefix can give: the limit of tries.
 std::int32_t GetDataFileCountMax(const QString& sample, const QString& method);

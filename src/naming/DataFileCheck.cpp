@@ -25,7 +25,7 @@ QString DataFileExits() {
         QString report;
         for (std::int16_t row = add16(App.GlblCurrentRun, 1); row <= grid.Rows() - 1;
              row = add16(row, 1)) {
-            const QString name = grid.TextArray(grid.Cols() * row + 6);
+            const QString name = grid.TextArray(grid.Cols() * row + ColDataFile);
             const bool exists =
                 QFileInfo::exists(nativePath(App.GlblDataDir + name + QStringLiteral(".d")));
             if (exists)

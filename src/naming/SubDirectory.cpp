@@ -1,8 +1,6 @@
 #include "SubDirectory.h"
 
 #include <QComboBox>
-#include <QEvent>
-#include <QKeyEvent>
 #include <QLineEdit>
 
 #include "AppState.h"
@@ -11,6 +9,7 @@
 #include "FrmOrq.h"
 #include "G11n.h"
 #include "Profile.h"
+#include "ProfileKeys.h"
 #include "platform/Clock.h"
 #include "platform/DateFormats.h"
 #include "platform/ErrorHandler.h"
@@ -24,40 +23,14 @@ QString dayOfYear(const QDateTime& today) {
     return Right(QStringLiteral("000") + FormatDate(today, QStringLiteral("y")), 3);
 }
 
-// Key presses and focus loss of txtSubDir reach their procedures; nothing is swallowed.
-class SubDirectoryEvents : public QObject {
-public:
-    using QObject::QObject;
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::KeyPress) {
-            const QString text = static_cast<QKeyEvent*>(event)->text();
-            const int key = static_cast<QKeyEvent*>(event)->key();
-            const int ascii = key == Qt::Key_Return || key == Qt::Key_Enter ? 13
-                              : text.isEmpty()                              ? 0
-                                                                            : text.at(0).unicode();
-            if (ascii != 0) txtSubDir_KeyPress(static_cast<std::int16_t>(ascii));
-        } else if (event->type() == QEvent::FocusOut) {
-            txtSubDir_LostFocus();
-        }
-        return false;
-    }
-};
-
-void wire(FrmOrq& form) {
-    QObject::connect(form.txtSubDir, &QLineEdit::textChanged, form.txtSubDir, &txtSubDir_Change);
-    form.txtSubDir->installEventFilter(new SubDirectoryEvents(form.txtSubDir));
-}
-
 }  // namespace
 
 void SetSubDirectory() {
     handled("SetSubDirectory", [] {
-        QString mode = GetPvtProfileStr(QStringLiteral("System"), QStringLiteral("DataSubDirMode"),
-                                        App.GlblIniFile);
-        if (mode == QLatin1String("-1")) mode = QStringLiteral("Manual");
-        QString prefix = GetPvtProfileStr(QStringLiteral("System"), QStringLiteral("DataSubDir"),
-                                          App.GlblIniFile);
-        prefix = prefix == QLatin1String("-1") ? QString() : Trim(prefix);
+        QString mode = GetPvtProfileStr(profile::System, profile::DataSubDirMode, App.GlblIniFile);
+        if (mode == profile::Missing) mode = QStringLiteral("Manual");
+        QString prefix = GetPvtProfileStr(profile::System, profile::DataSubDir, App.GlblIniFile);
+        prefix = prefix == profile::Missing ? QString() : Trim(prefix);
         FrmOrq& form = frmORQ();
         const QString operatorName = Trim(form.cboOperator->currentText());
         const QDateTime today = clock().now();
@@ -116,7 +89,5 @@ void txtSubDir_LostFocus() {
                                  GetResourceString(17263));
     });
 }
-
-void wireSubDirectoryEvents() { addFrmOrqWiring(&wire); }
 
 }  // namespace sidekin

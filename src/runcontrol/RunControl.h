@@ -22,11 +22,4 @@ void SetRunTableVars();
 void DDERunEngineStatus_Change();
 void UpdateRunEngineStatus();
 
-class FrmOrq;
-
-// Connects the run engine box of CPLinks, and the buttons of every frmORQ
-// made from now on, to the procedures above.
-void wireRunControl();
-void wireRunButtons(FrmOrq& form);
-
 }  // namespace sidekin

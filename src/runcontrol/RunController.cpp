@@ -140,15 +140,4 @@ void EnableRnTblChanges() {
     handled("EnableRnTblChanges", [] { setTableChanges(true); });
 }
 
-void wireRunButtons(FrmOrq& form) {
-    QObject::connect(form.cmdStartPauseResume, &QPushButton::clicked, &form,
-                     &cmdStartPauseResume_Click);
-    QObject::connect(form.cmdStop, &QPushButton::clicked, &form, &cmdStop_Click);
-}
-
-void wireRunControl() {
-    wireChangeEvent(*cpLinks().ddeRunEngineStatus, &DDERunEngineStatus_Change);
-    addFrmOrqWiring(&wireRunButtons);
-}
-
 }  // namespace sidekin

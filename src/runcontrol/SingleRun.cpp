@@ -9,6 +9,7 @@
 #include "HostCommands.h"
 #include "HostConversation.h"
 #include "Profile.h"
+#include "ProfileKeys.h"
 #include "RunControl.h"
 #include "RunTable.h"
 #include "platform/Conversions.h"
@@ -31,19 +32,19 @@ void ExecuteRun(std::int16_t row) {
         if (grid.Rows() < 2) return;
         auto cell = [&](int col) { return grid.TextArray(grid.Cols() * row + col); };
         commands::SingleRun run;
-        run.method = cell(2);
-        run.sampleId = cell(3);
-        const QString injectionType = cell(4);
-        QString vial = cell(5);
-        run.dataFile = cell(6);
-        run.sampleAmount = cell(7);
-        run.istdAmount = cell(8);
-        run.sampleInfo = cell(9);
+        run.method = cell(ColMethod);
+        run.sampleId = cell(ColSampleId);
+        const QString injectionType = cell(ColInjectionType);
+        QString vial = cell(ColVial);
+        run.dataFile = cell(ColDataFile);
+        run.sampleAmount = cell(ColSampleAmount);
+        run.istdAmount = cell(ColIstdAmount);
+        run.sampleInfo = cell(ColSampleInfo);
 
         const QString injectorFile =
-            App.GlblMethodDir + run.method + QStringLiteral(".M\\injector.mth");
-        const QString injector = GetPvtProfileStr(QStringLiteral("Injector"),
-                                                  QStringLiteral("_MethodInjectors"), injectorFile);
+            App.GlblMethodDir + run.method + QStringLiteral(".M\\") + profile::InjectorFileName;
+        const QString injector =
+            GetPvtProfileStr(profile::Injector, profile::MethodInjectors, injectorFile);
         const QString noVial = GetResourceString(17042);
         if (injector == QLatin1String("3")) {
             dialogs().messageBox(

@@ -5,6 +5,7 @@
 #include "AppState.h"
 #include "G11n.h"
 #include "Profile.h"
+#include "ProfileKeys.h"
 #include "platform/Conversions.h"
 #include "platform/ErrorHandler.h"
 
@@ -46,12 +47,11 @@ void ClearFrmOrqEntres(QComboBox& cboOperator) {
         const QSignalBlocker quiet(cboOperator);
         App.GlblOperator.clear();
         cboOperator.clear();
-        const std::int16_t count = CInt(Val(GetPvtProfileStr(
-            QStringLiteral("Operators"), QStringLiteral("NumOperators"), App.GlblIniFile)));
+        const std::int16_t count =
+            CInt(Val(GetPvtProfileStr(profile::Operators, profile::NumOperators, App.GlblIniFile)));
         for (std::int16_t i = 1; i <= count; i = add16(i, 1))
-            cboOperator.addItem(GetPvtProfileStr(QStringLiteral("Operators"),
-                                                 QStringLiteral("Operator") + QString::number(i),
-                                                 App.GlblIniFile));
+            cboOperator.addItem(GetPvtProfileStr(
+                profile::Operators, profile::OperatorPrefix + QString::number(i), App.GlblIniFile));
         cboOperator.setCurrentIndex(-1);
     });
 }
@@ -59,7 +59,7 @@ void ClearFrmOrqEntres(QComboBox& cboOperator) {
 void RenumberRunTable(FlexGrid& grid) {
     const std::int16_t last = toInt16(std::int64_t(grid.Rows()) - 1);
     for (std::int16_t i = 1; i <= last; i = add16(i, 1))
-        grid.setTextArray(grid.Cols() * i + 0, QString::number(i));
+        grid.setTextArray(grid.Cols() * i + ColRunNumber, QString::number(i));
 }
 
 void ColorRunTableRow(FlexGrid& grid, std::int16_t row, GridColor color) {

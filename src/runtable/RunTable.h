@@ -5,14 +5,9 @@
 #include <cstdint>
 
 #include "FlexGrid.h"
+#include "RunTableColumns.h"
 
 namespace sidekin {
-
-// Status colours of columns 0 and 1 of a run.
-constexpr GridColor RnTblColorNone = SysColorButtonFace;
-constexpr GridColor RnTblColorCompleted = 0xC0FFFFu;
-constexpr GridColor RnTblColorAborted = 0x8080FFu;
-constexpr GridColor RnTblColorFileExists = 0xFFFFC0u;
 
 // The main window's controls that ClearRunTable disables or hides.
 struct RunTableControls {

@@ -35,10 +35,4 @@ void DDEStstusTime_Change() {
     });
 }
 
-void wireStatusEvents() {
-    CPLinks& links = cpLinks();
-    wireChangeEvent(*links.ddeSystemStatus, &DDESystemStatus_Change);
-    wireChangeEvent(*links.ddeStatusTime, &DDEStstusTime_Change);
-}
-
 }  // namespace sidekin

@@ -8,7 +8,4 @@ void DDESystemStatus_Change();
 // The time label follows the host only while a walk through the table runs.
 void DDEStstusTime_Change();
 
-// Connects the two boxes' text changes to the events above; once per box.
-void wireStatusEvents();
-
 }  // namespace sidekin

@@ -3,11 +3,11 @@
 #include <QLineEdit>
 
 #include "AppState.h"
+#include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "G11n.h"
 #include "LinkTextBox.h"
 #include "Main.h"
-#include "StartupFixture.h"
 #include "platform/Screen.h"
 
 using namespace sidekin;
@@ -15,16 +15,16 @@ using namespace sidekin::test;
 
 namespace {
 
-class MainTest : public StartupFixture {
+class MainTest : public FormsFixture {
 protected:
     void SetUp() override {
-        StartupFixture::SetUp();
+        FormsFixture::SetUp();
         unloadFrmORQ();
         clock.stepPerRead = 0.25;
     }
     void TearDown() override {
         unloadFrmORQ();
-        StartupFixture::TearDown();
+        FormsFixture::TearDown();
     }
     WindowHandle formHandle() { return windowHandleOf(frmORQ()); }
 };

@@ -2,10 +2,10 @@
 #include <QLineEdit>
 #include <QTimer>
 
-#include "Conversation.h"
 #include "HostCommands.h"
 #include "HostConversation.h"
 #include "HostItems.h"
+#include "HostLink.h"
 #include "HostLinkFixture.h"
 #include "LinkTextBox.h"
 #include "StartupFetch.h"
@@ -216,9 +216,9 @@ TEST_F(HostConversationTest, UpdatesReadDuringAnOperationAreHandedOnAfterIt) {
     host.setValue("Status", "A");
     host.setValue("q", "1");
     QStringList seen;
-    auto conversation = link::Conversation::open(online);
+    auto conversation = link::hostLink().open(online);
     QObject::connect(
-        conversation.get(), &link::Conversation::itemUpdated,
+        conversation.get(), &link::Channel::itemUpdated,
         [&](const QString& item, const QString& value) { seen << item + "=" + value; });
     conversation->advise(link::TopicNoWait, "Status", 2000);
     host.push("Status", "B");

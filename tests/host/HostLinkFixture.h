@@ -9,33 +9,29 @@
 #include "CPLinks.h"
 #include "ErrorOf.h"
 #include "FakeHost.h"
+#include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "ItemFeed.h"
-#include "StartupFixture.h"
 #include "platform/RuntimeError.h"
 
 namespace sidekin::test {
 
-// A fresh program whose "zentrovar.ini" names the services online and offline
+// A fresh program, forms unwired, whose "zentrovar.ini" names the services online and offline
 // for instrument 1, which is selected, online.
 class HostLinkFixture : public StartupFixture {
 protected:
     void SetUp() override {
         StartupFixture::SetUp();
-        unloadAll();
+        FormsFixture::unloadForms();
         writeHostIni("[PCS,1]\n_DDEOnLine=" + online.toUtf8() +
                      "\n_DDEOffLine=" + offline.toUtf8() + "\n");
         App.GlblInstrument = 1;
         App.GlblOffline = QStringLiteral("0");
     }
+
     void TearDown() override {
-        unloadAll();
+        FormsFixture::unloadForms();
         StartupFixture::TearDown();
-    }
-    static void unloadAll() {
-        itemfeed::reset();
-        unloadCPLinks();
-        unloadFrmORQ();
     }
 
     // Bounded wait for the program to have served what the host sent.

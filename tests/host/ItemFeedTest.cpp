@@ -195,20 +195,6 @@ TEST_F(ItemFeedTest, WithoutHostNothingIsRequestedAndNoItemsArrive) {
     EXPECT_EQ(itemfeed::DDE_Request(items::DataPath), 0);
 }
 
-TEST_F(ItemFeedTest, ShowOrqHotLinkShowsHidesAndEnds) {
-    FakeHost host(online);
-    host.setValue(items::ShowOrq, "11");
-    iNITddesHOWorq();
-    EXPECT_TRUE(frmORQ().isVisible());
-    EXPECT_EQ(host.log(),
-              QStringList({"1 Request CPNOWAIT ShowORQ$", "1 Advise CPNOWAIT ShowORQ$"}));
-    host.push(items::ShowOrq, "01");
-    EXPECT_TRUE(serveUntil([] { return !frmORQ().isVisible(); }));
-    host.push(items::ShowOrq, "00");
-    EXPECT_THROW(serveUntil([] { return false; }, 3000), ProgramEnded);
-    EXPECT_TRUE(dialogs.shown.empty());
-}
-
 TEST_F(ItemFeedTest, HotLinkWithoutHostShowsItsBoxAndLeavesTheWindowAlone) {
     iNITddesHOWorq();
     EXPECT_EQ(dialogs.shown,

@@ -3,6 +3,7 @@
 
 #include "AppState.h"
 #include "CPLinks.h"
+#include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "HostCommands.h"
 #include "HostConversation.h"
@@ -11,7 +12,6 @@
 #include "ShowHideOrq.h"
 #include "SimulatorProcess.h"
 #include "StartupFetch.h"
-#include "StartupFixture.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -19,10 +19,10 @@ using namespace sidekin::test;
 namespace {
 
 // The program's side of the link against the real host simulator process.
-class SimulatorLinkTest : public StartupFixture {
+class SimulatorLinkTest : public FormsFixture {
 protected:
     void SetUp() override {
-        StartupFixture::SetUp();
+        FormsFixture::SetUp();
         setClock(nullptr);
         unloadFrmORQ();
         unloadCPLinks();
@@ -40,7 +40,7 @@ protected:
         unloadCPLinks();
         itemfeed::reset();
         host.reset();
-        StartupFixture::TearDown();
+        FormsFixture::TearDown();
     }
     QString ask(const QString& question, const QString& variable) {
         DDEexecute(link(), question);

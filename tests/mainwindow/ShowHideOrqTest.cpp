@@ -1,25 +1,17 @@
 #include <QLineEdit>
 
+#include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "LinkTextBox.h"
 #include "ShowHideOrq.h"
-#include "StartupFixture.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
 
 namespace {
 
-class ShowHideOrqTest : public StartupFixture {
+class ShowHideOrqTest : public FormsFixture {
 protected:
-    void SetUp() override {
-        StartupFixture::SetUp();
-        unloadFrmORQ();
-    }
-    void TearDown() override {
-        unloadFrmORQ();
-        StartupFixture::TearDown();
-    }
     // The link box's change event acts on each new value.
     void hostSays(const char* value) { frmORQ().ddeShowORQ->setText(QString::fromLatin1(value)); }
 };

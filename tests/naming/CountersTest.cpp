@@ -23,7 +23,7 @@ protected:
                                     "\r\nDataFile=" + dataFile + "\r\n[Other]\r\nKey=kept\r\n");
     }
     QString stored() const { return GetPvtProfileStr("Oil,FAME", "DataFile", App.GlblIniFile); }
-    QString take() { return GetNextFileName(field, "Oil", "FAME"); }
+    QString take() { return GetNextFileName(field.text(), "Oil", "FAME"); }
     QString peek() { return PeekNextFileName("Oil", "FAME"); }
 
     QLineEdit field;

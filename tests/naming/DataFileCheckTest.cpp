@@ -4,19 +4,19 @@
 #include "AppState.h"
 #include "DataFileCheck.h"
 #include "FlexGridView.h"
+#include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "RunTable.h"
-#include "StartupFixture.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
 
 namespace {
 
-class DataFileCheckTest : public StartupFixture {
+class DataFileCheckTest : public FormsFixture {
 protected:
     void SetUp() override {
-        StartupFixture::SetUp();
+        FormsFixture::SetUp();
         unloadFrmORQ();
         data = config.path() + "/data/";
         App.GlblDataDir = data;
@@ -26,7 +26,7 @@ protected:
     }
     void TearDown() override {
         unloadFrmORQ();
-        StartupFixture::TearDown();
+        FormsFixture::TearDown();
     }
     FlexGrid& grid() { return frmORQ().fgrdRunTable->grid(); }
     void makeDataFile(const QString& name) { QDir().mkpath(data + "Sub/" + name + ".d"); }

@@ -5,9 +5,9 @@
 
 #include "FileNameRules.h"
 #include "FlexGridView.h"
+#include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "RunTable.h"
-#include "StartupFixture.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
                       CharCase{"percentCut", "50%", false, "50"}),
     [](const auto& info) { return std::string(info.param.name); });
 
-class FileNameTest : public StartupFixture {};
+class FileNameTest : public FormsFixture {};
 
 TEST_F(FileNameTest, NamesRefusedBeforeAskingTheHost) {
     for (QString name : {QString(), QString("   "), forty + "x", QString("a b")}) {
@@ -100,17 +100,17 @@ TEST_F(FileNameTest, ReturnMovesTheFocusOnButOtherKeysPass) {
 
 namespace {
 
-class UniqueToTableTest : public StartupFixture {
+class UniqueToTableTest : public FormsFixture {
 protected:
     void SetUp() override {
-        StartupFixture::SetUp();
+        FormsFixture::SetUp();
         unloadFrmORQ();
         for (const char* name : {"RunA", "RunB", "RunC", "runb", ""})
             grid().AddItem(QStringLiteral("0\tOil\tFAME\tS\tT\t1\t") + name);
     }
     void TearDown() override {
         unloadFrmORQ();
-        StartupFixture::TearDown();
+        FormsFixture::TearDown();
     }
     FlexGrid& grid() { return frmORQ().fgrdRunTable->grid(); }
 };

@@ -2,9 +2,9 @@
 #include <QLineEdit>
 
 #include "AppState.h"
+#include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "G11n.h"
-#include "StartupFixture.h"
 #include "SubDirectory.h"
 
 using namespace sidekin;
@@ -12,14 +12,13 @@ using namespace sidekin::test;
 
 namespace {
 
-class SubDirectoryTest : public StartupFixture {
+class SubDirectoryTest : public FormsFixture {
 protected:
     void SetUp() override {
-        StartupFixture::SetUp();
+        FormsFixture::SetUp();
         unloadFrmORQ();
         App.GlblIniFile = config.file("ORQ.INI");
         clock.moment = QDateTime(QDate(2009, 12, 22), QTime(10, 0));
-        wireSubDirectoryEvents();
         frmORQ().cboOperator->addItem("Smith");
         frmORQ().cboOperator->setCurrentIndex(0);
         frmORQ().txtSubDir->setText("Before");
@@ -27,7 +26,7 @@ protected:
     }
     void TearDown() override {
         unloadFrmORQ();
-        StartupFixture::TearDown();
+        FormsFixture::TearDown();
     }
     QString propose(const QByteArray& system) {
         config.write("ORQ.INI", "[System]\n" + system);

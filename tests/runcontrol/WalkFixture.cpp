@@ -1,50 +1,41 @@
 #include "WalkFixture.h"
 
 #include <QComboBox>
-#include <QDir>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
 #include "AppState.h"
-#include "CPLinks.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
 #include "G11n.h"
-#include "ItemFeed.h"
-#include "RunControl.h"
 #include "StartupFetch.h"
-#include "StatusEvents.h"
 
 namespace sidekin::test {
 
-void WalkFixture::SetUp() {
-    StartupFixture::SetUp();
-    setClock(nullptr);  // the simulator runs in real time
-    unloadFrmORQ();
-    unloadCPLinks();
-    itemfeed::reset();
-}
-
 void WalkFixture::TearDown() {
-    unloadFrmORQ();
-    unloadCPLinks();
-    itemfeed::reset();
+    FormsFixture::TearDown();
     host.reset();
-    StartupFixture::TearDown();
 }
 
-void WalkFixture::startHost(double runSeconds, QStringList extra) {
-    host = std::make_unique<SimulatorProcess>(
-        QStringList{"--run-seconds", QString::number(runSeconds)} + extra);
-    ASSERT_TRUE(host->started());
-    qputenv("ZENTROVAR_CONFIG_DIR", host->configFolder().toUtf8());
-    App.GlblDDEApp = host->service();
+void WalkFixture::startHost(hostsim::SimConfig config) {
+    host = std::make_unique<InProcessHost>(config);
+    connectProgram(host->service(), host->configFolder());
+}
+
+void WalkFixture::startHostWithQuickRuns() {
+    hostsim::SimConfig config = InProcessHost::defaultConfig();
+    config.runSeconds = 0;
+    startHost(config);
+}
+
+void WalkFixture::connectProgram(const QString& service, const QString& configFolder) {
+    qputenv("ZENTROVAR_CONFIG_DIR", configFolder.toUtf8());
+    App.GlblDDEApp = service;
     App.GlblInstrument = 1;
     App.GlblOffline = QStringLiteral("0");
-    App.GlblOrqDir = host->configFolder() + QStringLiteral("/");
-    wireStatusEvents();
-    wireRunControl();
+    App.GlblOrqDir = configFolder + QStringLiteral("/");
     OpenDDELinks();
     ASSERT_TRUE(waitUntil([] { return !App.GlblIniFile.isEmpty() && !App.GlblDataDir.isEmpty(); }));
     ASSERT_GT(frmORQ().cboOperator->count(), 0);
@@ -52,6 +43,12 @@ void WalkFixture::startHost(double runSeconds, QStringList extra) {
     frmORQ().txtSubDir->setText(QStringLiteral("Batch7"));
     frmORQ().cmdStartPauseResume->setEnabled(true);
     dialogs.shown.clear();
+}
+
+void WalkFixture::finishRun() {
+    ASSERT_TRUE(waitUntil([this] { return host->simulator().runInProgress(); }));
+    host->simulator().finishRunNow();
+    QCoreApplication::processEvents();
 }
 
 void WalkFixture::addRun(const QString& method, int injectionTypeId, const QString& vial,
@@ -70,6 +67,12 @@ void WalkFixture::addRun(const QString& method, int injectionTypeId, const QStri
     grid.AddItem(cells.join(QLatin1Char('\t')));
 }
 
+void WalkFixture::threeRows() {
+    addRun("FRONTSTD", 17044, "5", "RunA");
+    addRun("BACKSTD", 17045, "7", "RunB", "note");
+    addRun("FRONTFAST", 17044, GetResourceString(17042), "RunC");
+}
+
 void WalkFixture::clickStartPauseResume() { frmORQ().cmdStartPauseResume->click(); }
 
 void WalkFixture::clickStop() { frmORQ().cmdStop->click(); }
@@ -82,6 +85,8 @@ bool WalkFixture::waitForState(std::int16_t state, int ms) {
     return waitUntil([state] { return App.GlblRunState == state; }, ms);
 }
 
+QString WalkFixture::text(int id) const { return GetResourceString(id); }
+
 QString WalkFixture::currentRunText() const { return frmORQ().lblCurrentRun->text(); }
 
 QString WalkFixture::buttonCaption() const { return frmORQ().cmdStartPauseResume->text(); }
@@ -90,10 +95,8 @@ unsigned WalkFixture::rowColour(int row) const {
     return frmORQ().fgrdRunTable->grid().cellBackColor(row, 0);
 }
 
-QStringList WalkFixture::hostCommands() const {
-    QStringList commands;
-    for (const QString& c : host->executed()) commands << c.section(QLatin1Char('\t'), 1);
-    return commands;
+int WalkFixture::hostStarts() const {
+    return static_cast<int>(host->executed().filter("ORQ_HOST_START").size());
 }
 
 }  // namespace sidekin::test

@@ -2,34 +2,42 @@
 
 #include <memory>
 
-#include "SimulatorProcess.h"
-#include "StartupFixture.h"
+#include "FormsFixture.h"
+#include "InProcessHost.h"
+#include "WaitUntil.h"
 
 namespace sidekin::test {
 
-// The program's link, item feed, main window and run control against a real
-// host simulator whose runs take runSeconds.
-class WalkFixture : public StartupFixture {
+// The program's link, item feed, main window and run control against a host:
+// the simulator's engine in process unless a case connects to another.
+class WalkFixture : public FormsFixture {
 protected:
-    void SetUp() override;
     void TearDown() override;
 
-    void startHost(double runSeconds, QStringList extra = {});
-    // A run row: method, injection type id, vial text (or a text id), data file.
+    // Runs last an hour unless ended by finishRun(), or no time with quickRuns.
+    void startHost(hostsim::SimConfig config = InProcessHost::defaultConfig());
+    void startHostWithQuickRuns();
+    // The program's start-up fetch against the service, an operator chosen, a subdirectory.
+    void connectProgram(const QString& service, const QString& configFolder);
+    // Waits for the host's run to be under way, then ends it.
+    void finishRun();
+
+    // A run row: method, injection type id, vial text, data file.
     void addRun(const QString& method, int injectionTypeId, const QString& vial,
                 const QString& dataFile, const QString& info = QString());
+    void threeRows();
     void clickStartPauseResume();
     void clickStop();
-    // Serves events until the walk is idle again.
     bool waitForIdle(int ms = 20000);
     bool waitForState(std::int16_t state, int ms = 20000);
 
+    QString text(int id) const;
     QString currentRunText() const;
     QString buttonCaption() const;
     unsigned rowColour(int row) const;
-    QStringList hostCommands() const;
+    int hostStarts() const;
 
-    std::unique_ptr<SimulatorProcess> host;
+    std::unique_ptr<InProcessHost> host;
 };
 
 }  // namespace sidekin::test

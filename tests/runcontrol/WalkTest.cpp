@@ -1,17 +1,12 @@
-#include <QColor>
-#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPalette>
 #include <QPushButton>
 
 #include "AppState.h"
-#include "CPLinks.h"
 #include "FileNameRules.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
-#include "G11n.h"
 #include "RunTable.h"
 #include "WalkFixture.h"
 
@@ -20,18 +15,10 @@ using namespace sidekin::test;
 
 namespace {
 
-class WalkTest : public WalkFixture {
-protected:
-    QString text(int id) const { return GetResourceString(id); }
-    void threeRows() {
-        addRun("FRONTSTD", 17044, "5", "RunA");
-        addRun("BACKSTD", 17045, "7", "RunB", "note");
-        addRun("FRONTFAST", 17044, GetResourceString(17042), "RunC");
-    }
-};
+using WalkTest = WalkFixture;
 
 TEST_F(WalkTest, ThreeRowsWalkToTheEndWithTheExactCommands) {
-    startHost(0.2);
+    startHostWithQuickRuns();
     threeRows();
     clickStartPauseResume();
     ASSERT_TRUE(waitForIdle());
@@ -39,7 +26,7 @@ TEST_F(WalkTest, ThreeRowsWalkToTheEndWithTheExactCommands) {
     const QString operatorName = frmORQ().cboOperator->currentText();
     const QString checkedFile = App.GlblOrqDir + "Batch7";
     EXPECT_EQ(
-        hostCommands(),
+        host->executed(),
         (QStringList{
             "ORQNameCheck=0;On Error ORQNameCheck=1;Open \"" + checkedFile +
                 "\" For Output As #3; On Error",
@@ -62,28 +49,19 @@ TEST_F(WalkTest, ThreeRowsWalkToTheEndWithTheExactCommands) {
     EXPECT_TRUE(QDir(host->dataFolder() + "Batch7/RunC.d").exists());
 }
 
-TEST_F(WalkTest, OneRowTable) {
-    startHost(0.1);
-    addRun("FRONTSTD", 17046, "3", "Only");
+TEST_F(WalkTest, OneManualRowSendsVialZeroAndEndsTheWalk) {
+    startHostWithQuickRuns();
+    addRun("MANUAL", 17048, text(17041), "Hand");
     clickStartPauseResume();
     ASSERT_TRUE(waitForIdle());
     EXPECT_EQ(rowColour(1), RnTblColorCompleted);
     EXPECT_EQ(currentRunText(), text(17102));
-    EXPECT_TRUE(hostCommands().contains(
-        R"(ORQ_PrepareSingleRun "FRONTSTD", 1, "S-Only", 3, "Only", "1.5", "", "", "", "")"));
-}
-
-TEST_F(WalkTest, ManualInjectionSendsVialZero) {
-    startHost(0.1);
-    addRun("MANUAL", 17048, GetResourceString(17041), "Hand");
-    clickStartPauseResume();
-    ASSERT_TRUE(waitForIdle());
-    EXPECT_TRUE(hostCommands().contains(
+    EXPECT_TRUE(host->executed().contains(
         R"(ORQ_PrepareSingleRun "MANUAL", 2, "S-Hand", 0, "Hand", "1.5", "", "", "", "")"));
 }
 
 TEST_F(WalkTest, PauseThenResumeBeforeTheRunEndsChangesNothing) {
-    startHost(1.0);
+    startHost();
     threeRows();
     clickStartPauseResume();
     ASSERT_EQ(App.GlblRunState, RunStateRunning);
@@ -94,15 +72,17 @@ TEST_F(WalkTest, PauseThenResumeBeforeTheRunEndsChangesNothing) {
     clickStartPauseResume();  // Resume
     EXPECT_EQ(App.GlblRunState, RunStateRunning);
     EXPECT_EQ(buttonCaption(), text(17017));
+    for (int run = 1; run <= 3; ++run) finishRun();
     ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 3);
+    EXPECT_EQ(hostStarts(), 3);
 }
 
 TEST_F(WalkTest, PauseHoldsAfterTheRunAndResumeSendsTheNext) {
-    startHost(0.5);
+    startHost();
     threeRows();
     clickStartPauseResume();
     clickStartPauseResume();  // Pause during run 1
+    finishRun();
     ASSERT_TRUE(waitForState(RunStatePaused));
     EXPECT_EQ(App.GlblCurrentRun, 1);
     EXPECT_EQ(rowColour(1), RnTblColorCompleted);
@@ -110,20 +90,23 @@ TEST_F(WalkTest, PauseHoldsAfterTheRunAndResumeSendsTheNext) {
     EXPECT_TRUE(frmORQ().cmdRnTblEdit->isEnabled());
     EXPECT_FALSE(frmORQ().cmdRnTblClear->isEnabled());
     EXPECT_FALSE(frmORQ().cboOperator->isEnabled());
-    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 1);
+    EXPECT_EQ(hostStarts(), 1);
 
     clickStartPauseResume();  // Resume
     EXPECT_EQ(App.GlblCurrentRun, 2);
     EXPECT_EQ(currentRunText(), text(17101) + "2");
+    finishRun();
+    finishRun();
     ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 3);
+    EXPECT_EQ(hostStarts(), 3);
 }
 
 TEST_F(WalkTest, PausedWithTheRemainingRowsDeletedResumeEndsTheWalk) {
-    startHost(0.3);
+    startHost();
     threeRows();
     clickStartPauseResume();
     clickStartPauseResume();
+    finishRun();
     ASSERT_TRUE(waitForState(RunStatePaused));
     FlexGrid& grid = frmORQ().fgrdRunTable->grid();
     grid.RemoveItem(3);
@@ -131,11 +114,11 @@ TEST_F(WalkTest, PausedWithTheRemainingRowsDeletedResumeEndsTheWalk) {
     clickStartPauseResume();
     EXPECT_EQ(App.GlblRunState, RunStateIdle);
     EXPECT_EQ(currentRunText(), text(17102));
-    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 1);
+    EXPECT_EQ(hostStarts(), 1);
 }
 
 TEST_F(WalkTest, StopWhileRunningEndsAfterTheRun) {
-    startHost(0.5);
+    startHost();
     threeRows();
     clickStartPauseResume();
     clickStop();
@@ -143,19 +126,21 @@ TEST_F(WalkTest, StopWhileRunningEndsAfterTheRun) {
     EXPECT_EQ(currentRunText(), text(17103) + "1");
     EXPECT_FALSE(frmORQ().cmdStartPauseResume->isEnabled());
     EXPECT_EQ(frmORQ().cmdStartPauseResume->toolTip(), text(17016));
+    finishRun();
     ASSERT_TRUE(waitForIdle());
     EXPECT_EQ(currentRunText(), text(17104) + "1");
     EXPECT_EQ(rowColour(1), RnTblColorCompleted);
     EXPECT_NE(rowColour(2), RnTblColorCompleted);
     EXPECT_EQ(frmORQ().cmdStartPauseResume->toolTip(), text(17144));
-    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 1);
+    EXPECT_EQ(hostStarts(), 1);
 }
 
 TEST_F(WalkTest, StopWhilePausedIsIdleAtOnce) {
-    startHost(0.3);
+    startHost();
     threeRows();
     clickStartPauseResume();
     clickStartPauseResume();
+    finishRun();
     ASSERT_TRUE(waitForState(RunStatePaused));
     clickStop();
     EXPECT_EQ(App.GlblRunState, RunStateIdle);
@@ -167,21 +152,25 @@ TEST_F(WalkTest, StopWhilePausedIsIdleAtOnce) {
 TEST_F(WalkTest, AbortedRunEndsTheWalkInEitherSpelling) {
     for (const char* word : {"Aborted", "ABORTED"}) {
         SCOPED_TRACE(word);
-        startHost(0.2, {"--abort", "2", "--abort-word", word});
+        hostsim::SimConfig config = InProcessHost::defaultConfig();
+        config.runSeconds = 0;
+        config.faults.abortRuns = {2};
+        config.faults.abortWord = word;
+        startHost(config);
         threeRows();
         clickStartPauseResume();
         ASSERT_TRUE(waitForIdle());
         EXPECT_EQ(rowColour(1), RnTblColorCompleted);
         EXPECT_EQ(rowColour(2), RnTblColorAborted);
         EXPECT_EQ(currentRunText(), text(17107) + "2");
-        EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 2);
+        EXPECT_EQ(hostStarts(), 2);
         TearDown();
         SetUp();
     }
 }
 
 TEST_F(WalkTest, ExistingDataFilesAskFirst) {
-    startHost(0.1);
+    startHostWithQuickRuns();
     threeRows();
     QDir().mkpath(host->dataFolder() + "Batch7/RunB.d");
 
@@ -193,7 +182,7 @@ TEST_F(WalkTest, ExistingDataFilesAskFirst) {
     EXPECT_TRUE(dialogs.shown[0].text.contains("     Run: 2   Data File Name: RunB\r"));
     EXPECT_EQ(rowColour(2), RnTblColorFileExists);
     EXPECT_TRUE(frmORQ().cmdStartPauseResume->isEnabled());
-    EXPECT_TRUE(hostCommands().filter("ORQ_").isEmpty());
+    EXPECT_TRUE(host->executed().filter("ORQ_").isEmpty());
 
     // The data folder grows by one level per check, as it always did: refresh it.
     App.GlblDataDir = host->dataFolder();
@@ -201,55 +190,34 @@ TEST_F(WalkTest, ExistingDataFilesAskFirst) {
     clickStartPauseResume();
     EXPECT_NE(rowColour(2), RnTblColorFileExists);
     ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(hostCommands().filter("ORQ_HOST_START").size(), 3);
-}
-
-TEST_F(WalkTest, StatusAndTimeLabelsFollowTheHostDuringAWalk) {
-    startHost(2.0);
-    addRun("FRONTSTD", 17044, "1", "Timed");
-    QLabel& time = *frmORQ().lblStatusTime;
-    QLabel& ready = *frmORQ().lblSysStatusReady;
-    EXPECT_EQ(ready.text(), "Ready");
-    host->control("set GUIStatusTime$ Elapsed|0.5|min");
-    ASSERT_TRUE(waitUntil([] { return cpLinks().ddeStatusTime->text().contains("0.5"); }));
-    EXPECT_TRUE(time.text().isEmpty());  // standing still while idle
-
-    clickStartPauseResume();
-    // The host's line end stays behind the last field's text, as it always did.
-    EXPECT_TRUE(waitUntil(
-        [&] { return ready.text() == "Run in Progress" && time.text() == "Elapsed: 0.0 min\r\n"; },
-        1500));
-    EXPECT_EQ(ready.palette().color(QPalette::Window), QColor(255, 255, 0));  // SysYellow
-    ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(ready.text(), "Ready");
-    EXPECT_TRUE(time.text().isEmpty());  // the walk's end clears it
+    EXPECT_EQ(hostStarts(), 3);
 }
 
 TEST_F(WalkTest, UnknownInjectorIsToldAndRunsAsTheFront) {
-    startHost(0.1);
+    startHostWithQuickRuns();
     addRun("NOSUCH", 17044, "4", "Lost");
     clickStartPauseResume();
     ASSERT_TRUE(waitForIdle());
     EXPECT_EQ(
         dialogs.shown,
         (std::vector<Shown>{{Shown::Box, BoxStyle::ExclamationOk, text(17216), text(17266)}}));
-    EXPECT_TRUE(hostCommands().contains(
+    EXPECT_TRUE(host->executed().contains(
         R"(ORQ_PrepareSingleRun "NOSUCH", 1, "S-Lost", 104, "Lost", "1.5", "", "", "", "")"));
 }
 
 TEST_F(WalkTest, TwoInjectorMethodSendsNothingAndTheWalkStands) {
-    startHost(0.1);
+    startHostWithQuickRuns();
     addRun("DUALINJ", 17044, "4", "Both");
     clickStartPauseResume();
     EXPECT_EQ(App.GlblRunState, RunStateRunning);
     ASSERT_EQ(dialogs.shown.size(), 1u);
     EXPECT_EQ(dialogs.shown[0].text, ReplaceString(text(17218), "<NAME>", "DUALINJ"));
-    EXPECT_TRUE(hostCommands().filter("ORQ_PrepareSingleRun").isEmpty());
-    EXPECT_TRUE(hostCommands().filter("ORQ_HOST_START").isEmpty());
+    EXPECT_TRUE(host->executed().filter("ORQ_PrepareSingleRun").isEmpty());
+    EXPECT_TRUE(host->executed().filter("ORQ_HOST_START").isEmpty());
 }
 
 TEST_F(WalkTest, InvalidSubdirectoryKeepsTheTableIdle) {
-    startHost(0.1);
+    startHostWithQuickRuns();
     threeRows();
     frmORQ().txtSubDir->setText(QString());
     clickStartPauseResume();
@@ -257,7 +225,7 @@ TEST_F(WalkTest, InvalidSubdirectoryKeepsTheTableIdle) {
     EXPECT_EQ(dialogs.boxTitles(), QStringList{text(17260)});
     EXPECT_EQ(dialogs.shown[0].text, text(17205));
     EXPECT_TRUE(frmORQ().cmdStartPauseResume->isEnabled());
-    EXPECT_TRUE(hostCommands().isEmpty());
+    EXPECT_TRUE(host->executed().isEmpty());
 }
 
 }  // namespace

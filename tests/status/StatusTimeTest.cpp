@@ -55,10 +55,14 @@ TEST_F(StatusTime, StandsStillWhileIdle) {
     }
 }
 
+// Set before the fields are read, so even a status that changes nothing sets it.
 TEST_F(StatusTime, CharacterSetIsSetBeforeTheFieldsAreRead) {
     useTexts("17320=136\n");
     statusTime("|");
+    systemStatus("1|0");
     EXPECT_EQ(timeLabel()->property("fontCharset").toInt(), 136);
+    EXPECT_EQ(ready()->property("fontCharset").toInt(), 136);
+    EXPECT_EQ(method()->property("fontCharset").toInt(), 136);
     EXPECT_EQ(App.GlblFontCharset, 136);
 }
 

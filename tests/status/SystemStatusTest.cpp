@@ -113,12 +113,6 @@ TEST_F(SystemStatus, NestedStepsStopAtTheFirstBadField) {
 
 TEST_F(SystemStatus, ColoursReachTheScreen) {
     systemStatus("1|0|SysRed|Ready|MthBlue|Data Analysis");
-    for (QLabel* label : {ready(), method()}) {
-        SCOPED_TRACE(label->objectName().toStdString());
-        EXPECT_TRUE(label->autoFillBackground());
-        const QImage image = label->grab().toImage();
-        EXPECT_EQ(image.pixelColor(1, 1), background(label));
-    }
     EXPECT_EQ(ready()->grab().toImage().pixelColor(1, 1), Red);
     EXPECT_EQ(method()->grab().toImage().pixelColor(1, 1), Blue);
 }
@@ -141,14 +135,6 @@ TEST_F(SystemStatus, TranslatedCaptionsInTheLanguagesCharacterSet) {
             EXPECT_TRUE(cyrillic.contains(label->font().family()));
         }
     }
-}
-
-TEST_F(SystemStatus, CharacterSetIsSetEvenWhenNothingElseIs) {
-    useTexts("17320=128\n");
-    systemStatus("1|0");
-    EXPECT_EQ(ready()->property("fontCharset").toInt(), 128);
-    EXPECT_EQ(method()->property("fontCharset").toInt(), 128);
-    EXPECT_TRUE(ready()->text().isEmpty());
 }
 
 TEST_F(SystemStatus, CharacterSetOverflowEndsInTheHandler) {

@@ -5,18 +5,9 @@
 #include <QFile>
 #include <QTimer>
 
-namespace sidekin::test {
+#include "WaitUntil.h"
 
-bool waitUntil(const std::function<bool()>& done, int ms) {
-    QDeadlineTimer deadline(ms);
-    while (!done()) {
-        if (deadline.hasExpired()) return false;
-        QTimer wake;
-        wake.start(20);
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
+namespace sidekin::test {
 
 SimulatorProcess::SimulatorProcess(QStringList extraArguments) {
     static int serial = 0;

@@ -5,11 +5,9 @@
 #include <functional>
 
 #include "TempFolder.h"
+#include "WaitUntil.h"
 
 namespace sidekin::test {
-
-// Serves events until done() holds or ms have passed; answers done().
-bool waitUntil(const std::function<bool()>& done, int ms = 10000);
 
 // The host simulator as a real process, with its own demo set, frame log and
 // zentrovar.ini in a temporary folder that also serves as the profile folder.

@@ -21,7 +21,15 @@ void StartupFixture::SetUp() {
 void StartupFixture::TearDown() {
     setEndProgramHook({});
     qunsetenv("ZENTROVAR_CONFIG_DIR");
+    qunsetenv("SIDEKIN_TEXTS_DIR");
     setNlsLanguage(QString());
+}
+
+void StartupFixture::useTexts(const QByteArray& table) {
+    texts.write("xx.txt", table);
+    qputenv("SIDEKIN_TEXTS_DIR", texts.path().toUtf8());
+    setNlsLanguage(QStringLiteral("xx"));
+    ASSERT_EQ(NLSInit(0), 1);
 }
 
 void StartupFixture::writeHostIni(const QByteArray& text) { config.write("zentrovar.ini", text); }

@@ -22,11 +22,14 @@ protected:
 
     // Writes "zentrovar.ini" into the profile folder.
     void writeHostIni(const QByteArray& text);
+    // Switches to a made-up language whose table holds only these texts.
+    void useTexts(const QByteArray& table);
 
     ScriptedDialogs dialogs;
     FakeClock clock;
     FakeWindowSystem windows;
     TempFolder config;
+    TempFolder texts;
 };
 
 }  // namespace sidekin::test

@@ -327,6 +327,12 @@ void HostSimulator::tick() {
     if (running_) publish(items::StatusTime, elapsedText());
 }
 
+void HostSimulator::finishRunNow() {
+    if (!running_) return;
+    finish_.stop();
+    finishRun();
+}
+
 void HostSimulator::finishRun() {
     tick_.stop();
     running_ = false;

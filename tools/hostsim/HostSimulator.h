@@ -68,6 +68,8 @@ public:
     void clearFaults();
 
     bool runInProgress() const { return running_; }
+    // Ends the run in progress now, as its time running out would.
+    void finishRunNow();
 
     static QString readyStatus();
     static QString runningStatus();

@@ -6,11 +6,9 @@
 #include "CommandLine.h"
 #include "FrmOrq.h"
 #include "G11n.h"
-#include "RunControl.h"
+#include "MainWindowEvents.h"
 #include "ShowHideOrq.h"
 #include "StartupFetch.h"
-#include "StatusEvents.h"
-#include "SubDirectory.h"
 #include "platform/ErrorHandler.h"
 #include "platform/Screen.h"
 #include "platform/WindowSystem.h"
@@ -21,9 +19,7 @@ void Main(const QString& commandLine) {
     handled("Main", [&] {
         NLSInitialization();
         ParseCommandLine(commandLine);
-        wireStatusEvents();
-        wireRunControl();
-        wireSubDirectoryEvents();
+        installEventWiring();
         OpenDDELinks();
 
         // Inside the host's "ViewMGR" child the window sits at the top; in the

@@ -1,4 +1,4 @@
-#include "Conversation.h"
+#include "SocketLink.h"
 
 #include <QDeadlineTimer>
 #include <QMetaObject>
@@ -7,51 +7,37 @@
 
 namespace sidekin::link {
 
-void registerLinkErrors() {
-    registerErrorDescription(ErrNoHost,
-                             QStringLiteral("No foreign application responded to a DDE initiate"));
-    registerErrorDescription(
-        ErrRefused, QStringLiteral("Foreign application won't perform DDE method or operation"));
-    registerErrorDescription(ErrTimeout, QStringLiteral("Timeout while waiting for DDE response"));
-    registerErrorDescription(ErrBadData, QStringLiteral("Data in wrong format"));
-    registerErrorDescription(ErrHostQuit, QStringLiteral("Foreign application quit"));
-    registerErrorDescription(ErrNoChannel,
-                             QStringLiteral("DDE method invoked with no channel open"));
-}
-
-namespace {
-// The words are there before the first link error, whatever raises it.
-const bool linkErrorsRegistered = (registerLinkErrors(), true);
-}  // namespace
-
-Conversation::Conversation() {
-    connect(&socket_, &QLocalSocket::readyRead, this, &Conversation::readFrames);
+SocketChannel::SocketChannel() {
+    connect(&socket_, &QLocalSocket::readyRead, this, &SocketChannel::readFrames);
     connect(&socket_, &QLocalSocket::disconnected, this, [this] {
         broken_ = true;
         emit closed();
     });
 }
 
-Conversation::~Conversation() {
+SocketChannel::~SocketChannel() {
     socket_.disconnect(this);
     socket_.abort();
 }
 
-std::unique_ptr<Conversation> Conversation::open(const QString& service) {
-    std::unique_ptr<Conversation> conversation(new Conversation);
-    QLocalSocket& socket = conversation->socket_;
-    socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-    socket.connectToServer(serverName(service));
-    if (!socket.waitForConnected(2000) || !peerIsSameUser(socket.socketDescriptor()))
+void SocketChannel::connectTo(const QString& service) {
+    socket_.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
+    socket_.connectToServer(serverName(service));
+    if (!socket_.waitForConnected(2000) || !peerIsSameUser(socket_.socketDescriptor()))
         raiseError(ErrNoHost);
-    return conversation;
 }
 
-bool Conversation::isOpen() const {
+std::unique_ptr<Channel> SocketLink::open(const QString& service) {
+    auto channel = std::make_unique<SocketChannel>();
+    channel->connectTo(service);
+    return channel;
+}
+
+bool SocketChannel::isOpen() const {
     return !broken_ && socket_.state() == QLocalSocket::ConnectedState;
 }
 
-void Conversation::readFrames() {
+void SocketChannel::readFrames() {
     reader_.feed(socket_.readAll());
     while (auto frame = reader_.next()) {
         if (frame->verb == Verb::Update) {
@@ -70,7 +56,7 @@ void Conversation::readFrames() {
     }
 }
 
-Frame Conversation::ask(Verb verb, const QString& topic, const QString& name, int timeoutMs) {
+Frame SocketChannel::ask(Verb verb, const QString& topic, const QString& name, int timeoutMs) {
     if (!isOpen()) raiseError(reader_.failed() ? ErrBadData : ErrNoChannel);
     const std::uint32_t id = nextId_++;
     socket_.write(encode(Frame{verb, id, topic, name, {}}));
@@ -91,17 +77,17 @@ Frame Conversation::ask(Verb verb, const QString& topic, const QString& name, in
     }
 }
 
-void Conversation::execute(const QString& topic, const QString& command, int timeoutMs) {
+void SocketChannel::execute(const QString& topic, const QString& command, int timeoutMs) {
     ask(Verb::Execute, topic, command, timeoutMs);
 }
 
-QString Conversation::request(const QString& topic, const QString& item, int timeoutMs) {
+QString SocketChannel::request(const QString& topic, const QString& item, int timeoutMs) {
     const Frame reply = ask(Verb::Request, topic, item, timeoutMs);
     if (reply.verb != Verb::Data) raiseError(ErrBadData);
     return reply.value;
 }
 
-void Conversation::advise(const QString& topic, const QString& item, int timeoutMs) {
+void SocketChannel::advise(const QString& topic, const QString& item, int timeoutMs) {
     ask(Verb::Advise, topic, item, timeoutMs);
 }
 
