@@ -219,22 +219,18 @@ TEST_F(HostSim, RunFaultsChangeWhatIsReported) {
     const struct {
         const char* name;
         std::set<int> abortRuns;
-        const char* abortWord;
         bool noLoaded, noRunning;
         QStringList words;  // after Idle; an abort leaves no data folder
     } rows[] = {
-        {"abort", {1}, "Aborted", false, false, {"LOADING", "LOADED", "RUNNING", "Aborted"}},
-        {"ABORTED", {1}, "ABORTED", false, false, {"LOADING", "LOADED", "RUNNING", "ABORTED"}},
-        {"other row", {2}, "Aborted", false, false, {"LOADING", "LOADED", "RUNNING", "Completed"}},
-        {"no LOADED", {}, "Aborted", true, false, {"LOADING", "RUNNING", "Completed"}},
-        {"no RUNNING", {}, "Aborted", false, true, {"LOADING", "LOADED", "Completed"}},
+        {"abort", {1}, false, false, {"LOADING", "LOADED", "RUNNING", "Aborted"}},
+        {"no LOADED", {}, true, false, {"LOADING", "RUNNING", "Completed"}},
+        {"no RUNNING", {}, false, true, {"LOADING", "LOADED", "Completed"}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         config = SimConfig{};
         config.runSeconds = 0;
         config.faults.abortRuns = row.abortRuns;
-        config.faults.abortWord = row.abortWord;
         config.faults.noLoaded = row.noLoaded;
         config.faults.noRunning = row.noRunning;
         start();
