@@ -17,7 +17,6 @@ protected:
         StartupFixture::SetUp();
         clock.stepPerRead = 0.25;
     }
-    QStringList titles() const { return dialogs.boxTitles(); }
 };
 
 struct FieldCase {
@@ -41,6 +40,7 @@ TEST_P(CommandLineFields, FillTheSharedState) {
     EXPECT_EQ(App.GlblOrqDir, QString::fromUtf8(c.folder));
     EXPECT_EQ(App.GlblInstrument, c.instrument);
     EXPECT_EQ(App.GlblOffline, QString::fromUtf8(c.offline));
+    EXPECT_EQ(windows.firstChildCalls > 0, c.line[0] != '|');  // an empty handle field: no search
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
@@ -120,28 +120,24 @@ INSTANTIATE_TEST_SUITE_P(
                       FailureCase{"emptyLineWithoutHostIni", "", "Type mismatch", 0, "", ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(CommandLineTest, ServiceLookupWithAMissingSectionIsTypeMismatch) {
-    writeHostIni("[PCS,1]\n_DDEOnLine=5\n_DDEOffLine=7\n");
-    ParseCommandLine("|");
-    EXPECT_EQ(titles(), QStringList{"ParseCommandLine"});
-    EXPECT_EQ(dialogs.shown[0].text, "Type mismatch");
-}
-
-TEST_F(CommandLineTest, ServiceLookupOfTextValueIsTypeMismatch) {
-    writeHostIni("[PCS,1]\n_DDEOnLine=ZenOnline1\n");
-    ParseCommandLine("|");
-    EXPECT_EQ(titles(), QStringList{"ParseCommandLine"});
-    EXPECT_EQ(dialogs.shown[0].text, "Type mismatch");
-}
-
-TEST_F(CommandLineTest, ServiceLookupOfZeroOrNegativeIsInvalidArgument) {
-    for (const char* value : {"0", "-3"}) {
+TEST_F(CommandLineTest, ServiceLookupErrorsEndInTheHandler) {
+    const struct {
+        const char* ini;
+        const char* description;
+    } rows[] = {
+        {"[PCS,1]\n_DDEOnLine=5\n_DDEOffLine=7\n", "Type mismatch"},  // no [PCS,5]
+        {"[PCS,1]\n_DDEOnLine=ZenOnline1\n", "Type mismatch"},
+        {"[pcs,1]\n_ddeonline=0\n", "Invalid procedure call or argument"},
+        {"[pcs,1]\n_ddeonline=-3\n", "Invalid procedure call or argument"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.ini);
         resetAppState();
         dialogs.shown.clear();
-        writeHostIni(QByteArray("[pcs,1]\n_ddeonline=") + value + "\n");
-        ParseCommandLine("");
-        ASSERT_EQ(dialogs.shown.size(), 1u) << value;
-        EXPECT_EQ(dialogs.shown[0].text, "Invalid procedure call or argument") << value;
+        writeHostIni(row.ini);
+        ParseCommandLine("|");
+        EXPECT_EQ(dialogs.shown, (std::vector<Shown>{{Shown::Box, BoxStyle::Plain, row.description,
+                                                      "ParseCommandLine"}}));
     }
 }
 
@@ -152,44 +148,39 @@ TEST_F(CommandLineTest, ServiceLookupOfPositiveNumbersEndsTheProgram) {
         ini += "[PCS," + QByteArray::number(n) + "]\n_DDEOnLine=5\n_DDEOffLine=7\n";
     writeHostIni(ini);
     EXPECT_THROW(ParseCommandLine("|"), ProgramEnded);
-    ASSERT_EQ(dialogs.shown.size(), 1u);
-    EXPECT_EQ(dialogs.shown[0], (Shown{Shown::Box, BoxStyle::Critical, GetResourceString(17217),
-                                       GetResourceString(17266)}));
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<Shown>{{Shown::Box, BoxStyle::Critical, GetResourceString(17217),
+                                   GetResourceString(17266)}}));
     EXPECT_EQ(App.GlblDDEApp, "");
 }
 
-TEST_F(CommandLineTest, SearchFindsTheViewMgrChildAmongSiblings) {
-    const WindowHandle host = 500;
-    windows.addWindow(host, "Toolbar");
-    const WindowHandle view = windows.addWindow(host, "Zen ViewMGR 1");
-    windows.addWindow(host, "ViewMGR later");
-    ParseCommandLine("500|ZenSvc");
-    EXPECT_EQ(App.GlblViewMgrWnd, view);
-    EXPECT_EQ(windows.titleReads, 2);
-}
-
-TEST_F(CommandLineTest, SearchReadsOnlyFourteenCharactersOfATitle) {
-    const WindowHandle host = 500;
-    windows.addWindow(host, "Instrument ViewMGR");  // ViewMGR begins at the 12th character
-    windows.addWindow(host, "Instrumen ViewMGR");   // ... and here it would end at the 16th
-    ParseCommandLine("500|ZenSvc");
-    EXPECT_EQ(App.GlblViewMgrWnd, 0);
-}
-
-TEST_F(CommandLineTest, FailedSearchGivesUpAfterThreeSeconds) {
-    windows.addWindow(500, "Toolbar");
-    const float start = static_cast<float>(clock.moment.time().msecsSinceStartOfDay() / 1000.0);
-    ParseCommandLine("500|ZenSvc");
-    EXPECT_EQ(App.GlblViewMgrWnd, 0);
-    const double spent = clock.moment.time().msecsSinceStartOfDay() / 1000.0 - start;
-    EXPECT_GT(spent, 3.0);
-    EXPECT_LT(spent, 4.0);
-}
-
-TEST_F(CommandLineTest, NoHandleMeansNoSearch) {
-    ParseCommandLine("|ZenSvc");
-    EXPECT_EQ(windows.firstChildCalls, 0);
-    EXPECT_EQ(App.GlblViewMgrWnd, 0);
+TEST_F(CommandLineTest, SearchTakesTheFirstChildWithViewMgrInItsFourteenCharacters) {
+    const struct {
+        const char* name;
+        QStringList titles;
+        int found;  // index into titles, -1 for none
+    } rows[] = {
+        {"firstMatchAmongSiblings", {"Toolbar", "Zen ViewMGR 1", "ViewMGR later"}, 1},
+        // ViewMGR begins at the 12th character here, and would end at the 16th there.
+        {"onlyFourteenCharactersRead", {"Instrument ViewMGR", "Instrumen ViewMGR"}, -1},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        FakeWindowSystem tree;
+        std::vector<WindowHandle> made;
+        for (const QString& title : row.titles) made.push_back(tree.addWindow(500, title));
+        clock.setTime(12 * 3600);
+        ParseCommandLine("500|ZenSvc");
+        if (row.found >= 0) {
+            EXPECT_EQ(App.GlblViewMgrWnd, made[row.found]);
+            EXPECT_EQ(tree.titleReads, row.found + 1);
+        } else {
+            EXPECT_EQ(App.GlblViewMgrWnd, 0);
+            const double spent = clock.moment.time().msecsSinceStartOfDay() / 1000.0 - 12 * 3600;
+            EXPECT_GT(spent, 3.0);  // the search gives up after three seconds
+            EXPECT_LT(spent, 4.0);
+        }
+    }
 }
 
 TEST_F(CommandLineTest, SearchAcrossMidnightRunsUntilTheWindowAppears) {

@@ -29,30 +29,34 @@ protected:
     WindowHandle formHandle() { return windowHandleOf(frmORQ()); }
 };
 
-TEST_F(MainTest, ParentFoundPutsTheWindowAtTheTopOfTheViewMgrChild) {
-    const WindowHandle view = windows.addWindow(900, "ViewMGR");
-    Main("900|ZenSvc");
-    EXPECT_EQ(frmORQ().topTwips(), 0.0f);
-    EXPECT_EQ(frmORQ().leftTwips(), 0.0f);
-    ASSERT_EQ(windows.parentings.size(), 1u);
-    EXPECT_EQ(windows.parentings[0], std::make_pair(formHandle(), view));
-    EXPECT_EQ(App.GlblViewMgrWnd, view);
-}
-
-TEST_F(MainTest, FailedSearchUsesTheHostTopWindowBelowItsBars) {
-    windows.addWindow(900, "Toolbar");
-    Main("900|ZenSvc");
-    EXPECT_EQ(frmORQ().topTwips(), TwipsPerPixelY() / 15.0f * 1200);
-    ASSERT_EQ(windows.parentings.size(), 1u);
-    EXPECT_EQ(windows.parentings[0].second, 900);
-    EXPECT_EQ(App.GlblViewMgrWnd, 900);
-}
-
-TEST_F(MainTest, NoHandleNoParenting) {
-    Main("|ZenSvc");
-    EXPECT_EQ(frmORQ().topTwips(), TwipsPerPixelY() / 15.0f * 1200);
-    EXPECT_TRUE(windows.parentings.empty());
-    EXPECT_EQ(App.GlblPrevParentWnd, 0);
+TEST_F(MainTest, WindowGoesIntoTheViewMgrChildOrBelowTheHostBars) {
+    const float belowBars = TwipsPerPixelY() / 15.0f * 1200;
+    const struct {
+        const char* name;
+        const char* line;
+        const char* child;  // under host 900
+        float top;
+        bool parented;
+    } rows[] = {
+        {"viewMgrFound", "900|ZenSvc", "ViewMGR", 0.0f, true},
+        {"searchFailed", "900|ZenSvc", "Toolbar", belowBars, true},
+        {"noHandle", "|ZenSvc", "ViewMGR", belowBars, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        unloadFrmORQ();
+        resetAppState();
+        FakeWindowSystem tree;
+        const WindowHandle child = tree.addWindow(900, row.child);
+        const WindowHandle parent = row.top == 0.0f ? child : 900;
+        Main(row.line);
+        EXPECT_EQ(frmORQ().topTwips(), row.top);
+        EXPECT_EQ(frmORQ().leftTwips(), 0.0f);
+        EXPECT_EQ(tree.parentings, (std::vector<std::pair<WindowHandle, WindowHandle>>(
+                                       row.parented, {formHandle(), parent})));
+        EXPECT_EQ(App.GlblViewMgrWnd, row.parented ? parent : 0);
+        EXPECT_TRUE(row.parented || App.GlblPrevParentWnd == 0);
+    }
 }
 
 TEST_F(MainTest, WithoutAHostTheWindowStaysLoadedAndHidden) {

@@ -39,25 +39,22 @@ TEST_F(NlsLibrary, PicksTheClosestTableForTheLanguage) {
         {"fr", {}, builtIn},
         {"fr", {"en"}, "en"},  // the lab's English wins over the built-in one
         {"en", {"en", "de"}, "en"},
+        {"de", {"en", "de/"}, "en"},  // an unreadable table is passed over
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.language);
         TempFolder folder;
-        for (const QString& table : c.labTables)
-            folder.write(table + ".txt", ("17002=" + table).toUtf8());
+        for (const QString& table : c.labTables) {
+            if (table.endsWith('/'))
+                QDir(folder.path()).mkdir(table.chopped(1) + ".txt");
+            else
+                folder.write(table + ".txt", ("17002=" + table).toUtf8());
+        }
         qputenv("SIDEKIN_TEXTS_DIR", folder.path().toUtf8());
         setNlsLanguage(c.language);
         EXPECT_EQ(NLSInit(0), 1);
         EXPECT_EQ(GetResourceString(17002), c.expected);
     }
-}
-
-TEST_F(NlsLibrary, UnreadableLabTableIsPassedOver) {
-    QDir(lab.path()).mkdir("de.txt");
-    labTable("en", "17002=lab English");
-    setNlsLanguage("de");
-    EXPECT_EQ(NLSInit(0), 1);
-    EXPECT_EQ(GetResourceString(17002), "lab English");
 }
 
 TEST_F(NlsLibrary, ReadsTheTableFileFormat) {
@@ -96,26 +93,24 @@ TEST_F(NlsLibrary, ReadsTheTableFileFormat) {
     for (const auto& [id, text] : expected) EXPECT_EQ(GetResourceString(id), text) << id;
 }
 
-TEST_F(NlsLibrary, TextsAreCutToTheBuffer) {
-    for (int length : {1, 149, 150, 151, 400}) {
-        labTable("en", "17002=" + QByteArray(length, 'x'));
-        setNlsLanguage("en");
-        ASSERT_EQ(NLSInit(0), 1);
-        EXPECT_EQ(GetResourceString(17002), QString(std::min(length, 150), 'x')) << length;
-        EXPECT_EQ(App.GlblNlsBuffer.size(), 150) << length;
-    }
-}
-
-TEST_F(NlsLibrary, LoadStringKeepsWhatTheLibraryWrote) {
-    labTable("en", "17002=Hello world");
+TEST_F(NlsLibrary, TextsAreCutFetchedAndFilledIn) {
+    labTable("en", "17002=Hello world\n17003=" + QByteArray(150, 'x') +
+                       "\n17004=" + QByteArray(151, 'y') +
+                       "\n17215=Vial <NUMBER1> is not in <NUMBER2>..<NUMBER1>\n17216=plain");
     setNlsLanguage("en");
     ASSERT_EQ(NLSInit(0), 1);
+    EXPECT_EQ(GetResourceString(17003), QString(150, 'x'));
+    EXPECT_EQ(GetResourceString(17004), QString(150, 'y'));
+    EXPECT_EQ(App.GlblNlsBuffer.size(), 150);
     QString buffer;
     EXPECT_EQ(LoadString(0, 17002, buffer, 5), "Hello");
     EXPECT_EQ(buffer, "Hello");
     buffer = QString(20, '#');
     EXPECT_EQ(LoadString(0, 17999, buffer, 20), "");
     EXPECT_EQ(buffer, "");
+    EXPECT_EQ(ResourceWithTokens(17215, "<NUMBER1>", "9"), "Vial 9 is not in <NUMBER2>..9");
+    EXPECT_EQ(ResourceWithTokens(17216, "<NUMBER1>", "9"), "plain");
+    EXPECT_EQ(ResourceWithTokens(17216, "", "9"), "plain");
 }
 
 TEST_F(NlsLibrary, MissingTextsAreEmptyAndSilent) {
@@ -143,15 +138,6 @@ TEST_F(NlsLibrary, NoTableAtAllIsToldOnceAndLeavesTextsEmpty) {
     ASSERT_EQ(dialogs.shown.size(), 1u);
     EXPECT_EQ(dialogs.shown[0],
               (Shown{Shown::Box, BoxStyle::Critical, "Error in loading NLSLibraries", "Error"}));
-}
-
-TEST_F(NlsLibrary, TokensAreReplacedWherever) {
-    labTable("en", "17215=Vial <NUMBER1> is not in <NUMBER2>..<NUMBER1>\n17216=plain");
-    setNlsLanguage("en");
-    ASSERT_EQ(NLSInit(0), 1);
-    EXPECT_EQ(ResourceWithTokens(17215, "<NUMBER1>", "9"), "Vial 9 is not in <NUMBER2>..9");
-    EXPECT_EQ(ResourceWithTokens(17216, "<NUMBER1>", "9"), "plain");
-    EXPECT_EQ(ResourceWithTokens(17216, "", "9"), "plain");
 }
 
 }  // namespace

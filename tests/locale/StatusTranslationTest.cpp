@@ -39,66 +39,46 @@ protected:
     }
 };
 
-TEST_F(StatusTranslation, ReadyRulesAllRunAndTheLastThatFiresWins) {
-    useTable(madeUpTable);
-    const Localize f = LocalizeSysStatusReady;
-    expectRows({
-        {"plain word", f, "Ready", "<rdy>"},
-        {"not ready is not half translated", f, "Not Ready", "<not-rdy>"},
-        {"run in progress", f, "Run in Progress", "<running>"},
-        {"later rule starts from the host text", f, "Run in Progress, Ready", "<running>, Ready"},
-        {"word twice", f, "Ready / Ready", "<rdy> / <rdy>"},
-        {"surrounding text kept", f, "  System Ready ", "  System <rdy> "},
-        {"case-sensitive", f, "READY", "READY"},
-        {"unknown text unchanged", f, "  Idle  ", "  Idle  "},
-        {"empty", f, "", ""},
-    });
-}
+const Localize R = LocalizeSysStatusReady, M = LocalizeSysStatusMethod, D = LocalizeStatusDescript,
+               U = LocalizeStatusTimeUnits;
 
-TEST_F(StatusTranslation, MethodRulesStopAtTheFirstThatFires) {
+TEST_F(StatusTranslation, MadeUpTableShowsWhichRulesFire) {
     useTable(madeUpTable);
-    const Localize f = LocalizeSysStatusMethod;
     expectRows({
-        {"waiting for ready", f, "Waiting for Ready", "<wait-rdy>"},
-        {"waiting for injection", f, "Waiting for Injection", "<wait-inj>"},
-        {"acquisition", f, "Data Acquisition", "<acq>"},
-        {"customized before data analysis", f, "Customized Data Analysis", "<custom>"},
-        {"data analysis", f, "Data Analysis", "<analysis>"},
-        {"pre-run macro", f, "Pre-Run Macro", "<pre-macro>"},
-        {"post-run macro", f, "Post-Run Macro", "<post-macro>"},
-        {"earlier rule ends the chain", f, "Data Analysis after Data Acquisition",
+        // Ready rules all run and the last that fires wins.
+        {"not ready is not half translated", R, "Not Ready", "<not-rdy>"},
+        {"later rule starts from the host text", R, "Run in Progress, Ready", "<running>, Ready"},
+        {"word twice", R, "Ready / Ready", "<rdy> / <rdy>"},
+        {"surrounding text kept", R, "  System Ready ", "  System <rdy> "},
+        {"case-sensitive", R, "READY", "READY"},
+        {"unknown text unchanged", R, "  Idle  ", "  Idle  "},
+        {"empty", R, "", ""},
+        // Method rules stop at the first that fires.
+        {"waiting for ready", M, "Waiting for Ready", "<wait-rdy>"},
+        {"waiting for injection", M, "Waiting for Injection", "<wait-inj>"},
+        {"customized before data analysis", M, "Customized Data Analysis", "<custom>"},
+        {"data analysis", M, "Data Analysis", "<analysis>"},
+        {"pre-run macro", M, "Pre-Run Macro", "<pre-macro>"},
+        {"post-run macro", M, "Post-Run Macro", "<post-macro>"},
+        {"earlier rule ends the chain", M, "Data Analysis after Data Acquisition",
          "Data Analysis after <acq>"},
-        {"ready words are not method words", f, "Ready", "Ready"},
-    });
-}
-
-TEST_F(StatusTranslation, DescriptionChainsAndThePrepareOverrule) {
-    useTable(madeUpTable);
-    const Localize f = LocalizeStatusDescript;
-    expectRows({
-        {"translation holding the word does not loop", f, "Elapsed", "Elapsed (verstrichen)"},
-        {"post run", f, "Post Run", "<post-run>"},
-        {"elapsed ends the chain", f, "Elapsed Post Run Prepare",
+        {"ready words are not method words", M, "Ready", "Ready"},
+        // Descriptions chain, and prepare or nrdy wait overrule the last run outcome.
+        {"translation holding the word does not loop", D, "Elapsed", "Elapsed (verstrichen)"},
+        {"elapsed ends the chain", D, "Elapsed Post Run Prepare",
          "Elapsed (verstrichen) Post Run Prepare"},
-        {"post run ends the chain", f, "Post Run Last Run", "<post-run> Last Run"},
-        {"last run alone", f, "Last Run", "<last-run>"},
-        {"prepare replaces the last run outcome", f, "Last Run Prepare", "Last Run <prepare>"},
-        {"nrdy wait replaces the last run outcome", f, "Last Run nRdy Wait", "Last Run <nrdy>"},
-        {"prepare before nrdy wait", f, "nRdy Wait Prepare", "nRdy Wait <prepare>"},
-        {"prepare twice", f, "Prepare, Prepare", "<prepare>, <prepare>"},
-        {"case-sensitive", f, "nrdy wait", "nrdy wait"},
-    });
-}
-
-TEST_F(StatusTranslation, UnitsTranslateMinAnywhere) {
-    useTable(madeUpTable);
-    const Localize f = LocalizeStatusTimeUnits;
-    expectRows({
-        {"min", f, "min", "Minuten"},
-        {"rest of a longer word stays", f, "mins", "Minutens"},
-        {"inside a word", f, "admin", "adMinuten"},
-        {"case-sensitive", f, "Min", "Min"},
-        {"empty unit", f, "", ""},
+        {"post run ends the chain", D, "Post Run Last Run", "<post-run> Last Run"},
+        {"last run alone", D, "Last Run", "<last-run>"},
+        {"prepare replaces the last run outcome", D, "Last Run Prepare", "Last Run <prepare>"},
+        {"nrdy wait replaces the last run outcome", D, "Last Run nRdy Wait", "Last Run <nrdy>"},
+        {"prepare before nrdy wait", D, "nRdy Wait Prepare", "nRdy Wait <prepare>"},
+        {"prepare twice", D, "Prepare, Prepare", "<prepare>, <prepare>"},
+        {"case-sensitive", D, "nrdy wait", "nrdy wait"},
+        // Units translate min anywhere.
+        {"rest of a longer word stays", U, "mins", "Minutens"},
+        {"inside a word", U, "admin", "adMinuten"},
+        {"case-sensitive", U, "Min", "Min"},
+        {"empty unit", U, "", ""},
     });
 }
 
@@ -106,23 +86,22 @@ TEST_F(StatusTranslation, EnglishTableGivesTheHostTextBack) {
     setNlsLanguage("en");
     ASSERT_EQ(NLSInit(0), 1);
     expectRows({
-        {"ready", LocalizeSysStatusReady, "Ready", "Ready"},
-        {"not ready", LocalizeSysStatusReady, "Not Ready", "Not Ready"},
-        {"customized", LocalizeSysStatusMethod, "Customized Data Analysis",
-         "Customized Data Analysis"},
-        {"last run prepare", LocalizeStatusDescript, "Last Run Prepare", "Last Run Prepare"},
-        {"min", LocalizeStatusTimeUnits, "min", "min"},
+        {"ready", R, "Ready", "Ready"},
+        {"not ready", R, "Not Ready", "Not Ready"},
+        {"customized", M, "Customized Data Analysis", "Customized Data Analysis"},
+        {"last run prepare", D, "Last Run Prepare", "Last Run Prepare"},
+        {"min", U, "min", "min"},
     });
 }
 
 TEST_F(StatusTranslation, EmptyOrMissingTranslationDropsTheWord) {
     useTable("17301=\n17303=\n17310=\n");
     expectRows({
-        {"empty text", LocalizeSysStatusReady, "System Not Ready", "System "},
-        {"empty text ends the chain", LocalizeSysStatusMethod, "Customized Data Analysis!", "!"},
-        {"empty unit word", LocalizeStatusTimeUnits, "5 min", "5 "},
-        {"id missing from the table", LocalizeStatusDescript, "Elapsed", ""},
-        {"ready word missing from the table", LocalizeSysStatusReady, "Ready", ""},
+        {"empty text", R, "System Not Ready", "System "},
+        {"empty text ends the chain", M, "Customized Data Analysis!", "!"},
+        {"empty unit word", U, "5 min", "5 "},
+        {"id missing from the table", D, "Elapsed", ""},
+        {"ready word missing from the table", R, "Ready", ""},
     });
 }
 

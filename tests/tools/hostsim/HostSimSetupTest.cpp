@@ -56,36 +56,24 @@ TEST(HostSimConfig, ReadsEveryKeyOverTheDefaults) {
     EXPECT_EQ(c.faults.closeAfter, 7);
     EXPECT_EQ(c.faults.closeOn, "ORQ_HOST_START");
     EXPECT_EQ(c.faults.garbageAfter, 3);
-}
 
-TEST(HostSimConfig, RejectsValuesThatDoNotRead) {
-    TempFolder dir;
-    const char* rows[] = {
-        "[Instrument]\nModel=4450\n",
-        "[Instrument]\nFrontLowerVial=x\n",
-        "[Instrument]\nBackValidVials=1-\n",
-        "[Run]\nSeconds=-1\n",
-        "[Run]\nPublishMs=0\n",
-        "[Faults]\nAbortWord=aborted\n",
-        "[Faults]\nNoLoaded=maybe\n",
-        "[Faults]\nAbortRuns=1,x\n",
-        "[Instrument]\nFrontValidVials=8-1\n",
-        "[Instrument]\nFrontValidVials=1-2-3\n",
-    };
-    for (const char* text : rows) {
-        SimConfig c;
-        QString error;
-        EXPECT_FALSE(loadConfig(dir.write("bad.ini", text), c, &error)) << text;
-        EXPECT_FALSE(error.isEmpty());
+    for (const char* bad :
+         {"[Instrument]\nModel=4450\n", "[Instrument]\nFrontLowerVial=x\n",
+          "[Instrument]\nBackValidVials=1-\n", "[Instrument]\nFrontValidVials=8-1\n",
+          "[Instrument]\nFrontValidVials=1-2-3\n", "[Run]\nSeconds=-1\n", "[Run]\nPublishMs=0\n",
+          "[Faults]\nAbortWord=aborted\n", "[Faults]\nNoLoaded=maybe\n",
+          "[Faults]\nAbortRuns=1,x\n"}) {
+        error.clear();
+        EXPECT_FALSE(loadConfig(dir.write("bad.ini", bad), c, &error)) << bad;
+        EXPECT_FALSE(error.isEmpty()) << bad;
     }
-    SimConfig c;
-    QString error;
     EXPECT_FALSE(loadConfig(dir.file("none.ini"), c, &error));
 }
 
 TEST(HostSimControl, LinesActOnTheSimulator) {
     TempFolder dir;
     HostSimulator sim(SimConfig{}, demoFolders(dir.path()));
+    const Faults& faults = sim.config().faults;
     const struct {
         const char* line;
         bool ok;
@@ -96,14 +84,11 @@ TEST(HostSimControl, LinesActOnTheSimulator) {
         {"set GUIStatusTime$ Prepare|1.0|min", true,
          [&] { return sim.value(items::StatusTime) == "Prepare|1.0|min"; }},
         {"fault abort 3 ABORTED", true,
-         [&] {
-             return sim.config().faults.abortRuns.count(3) &&
-                    sim.config().faults.abortWord == "ABORTED";
-         }},
-        {"fault abort off", true, [&] { return sim.config().faults.abortRuns.empty(); }},
-        {"fault noloaded on", true, [&] { return sim.config().faults.noLoaded; }},
-        {"fault norunning maybe", false, [&] { return !sim.config().faults.noRunning; }},
-        {"fault clear", true, [&] { return !sim.config().faults.noLoaded; }},
+         [&] { return faults.abortRuns.count(3) && faults.abortWord == "ABORTED"; }},
+        {"fault abort off", true, [&] { return faults.abortRuns.empty(); }},
+        {"fault noloaded on", true, [&] { return faults.noLoaded; }},
+        {"fault norunning maybe", false, [&] { return !faults.noRunning; }},
+        {"fault clear", true, [&] { return !faults.noLoaded; }},
         {"runtime 0.5", true, [&] { return sim.config().runSeconds == 0.5; }},
         {"dance", false, [] { return true; }},
     };
@@ -131,13 +116,11 @@ TEST(HostSimDemo, InstallsTheInstrumentAndKeepsCounters) {
     QStringList sources;
     QSet<QString> injectors;
     for (const QString& method : QDir(f.methods).entryList({"*.M"}, QDir::Dirs)) {
-        const QString mth = f.methods + method + "/injector.mth";
-        sources << pvt(mth, "Injector", "_InjectionSource$");
-        injectors << pvt(mth, "Injector", "_MethodInjectors");
+        sources << pvt(f.methods + method + "/injector.mth", "Injector", "_InjectionSource$");
+        injectors << pvt(f.methods + method + "/injector.mth", "Injector", "_MethodInjectors");
     }
-    EXPECT_TRUE(sources.contains("ZE GC Injector"));
-    EXPECT_TRUE(sources.contains("4430 GC Valve"));
-    EXPECT_TRUE(sources.contains("Manual Injection"));
+    for (const char* source : {"ZE GC Injector", "4430 GC Valve", "Manual Injection"})
+        EXPECT_TRUE(sources.contains(source)) << source;
     EXPECT_TRUE(injectors.contains("1") && injectors.contains("2"));
 
     bool counterPair = false;
@@ -147,18 +130,15 @@ TEST(HostSimDemo, InstallsTheInstrumentAndKeepsCounters) {
         counterPair |= naming == "PrefixCounter" && pvt(orq, section, "DataFile").endsWith(",0");
         manualPair |= naming == "Manual";
     }
-    EXPECT_TRUE(counterPair);
-    EXPECT_TRUE(manualPair);
-    EXPECT_EQ(sidekin::GetPrivateProfileIntA("ZE44QK00", "FrUpperVial", 999,
-                                             f.instrument + "ZE44QK00.INI"),
-              108u);
+    EXPECT_TRUE(counterPair && manualPair);
+    EXPECT_EQ(pvt(f.instrument + "ZE44QK00.INI", "ZE44QK00", "FrUpperVial"), "108");
 
-    ASSERT_TRUE(
-        sidekin::WritePrivateProfileStringA("Solvent Blank,FRONTSTD", "DataFile", "BLKF,41", orq));
+    const QString section = "Solvent Blank,FRONTSTD";
+    ASSERT_TRUE(sidekin::WritePrivateProfileStringA(section, "DataFile", "BLKF,41", orq));
     ASSERT_TRUE(installDemoSet(dir.path(), false, &error));
-    EXPECT_EQ(pvt(orq, "Solvent Blank,FRONTSTD", "DataFile"), "BLKF,41");
+    EXPECT_EQ(pvt(orq, section, "DataFile"), "BLKF,41");
     ASSERT_TRUE(installDemoSet(dir.path(), true, &error));
-    EXPECT_EQ(pvt(orq, "Solvent Blank,FRONTSTD", "DataFile"), "BLKF,0");
+    EXPECT_EQ(pvt(orq, section, "DataFile"), "BLKF,0");
 }
 
 TEST(HostSimDemo, ServiceNamesInZentrovarIni) {

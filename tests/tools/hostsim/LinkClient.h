@@ -2,27 +2,14 @@
 
 #include <QCoreApplication>
 #include <QLocalSocket>
-#include <QTimer>
-#include <functional>
 #include <optional>
 #include <vector>
 
 #include "LinkProtocol.h"
 #include "QtPrinters.h"
+#include "SimulatorProcess.h"
 
 namespace sidekin::test {
-
-// Serves events until done() holds or ms have passed; the timer wakes the loop.
-inline bool waitFor(const std::function<bool()>& done, int ms = 5000) {
-    QTimer limit;
-    limit.setSingleShot(true);
-    limit.start(ms);
-    while (!done()) {
-        if (!limit.isActive()) return false;
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-}
 
 // The program's end of the link, frame by frame, with nothing hidden.
 class LinkClient {
@@ -34,16 +21,14 @@ public:
             while (auto frame = reader.next()) frames.push_back(*frame);
         });
         socket.connectToServer(link::serverName(service));
-        waitFor([this] { return socket.state() != QLocalSocket::ConnectingState; });
+        waitUntil([this] { return socket.state() != QLocalSocket::ConnectingState; });
     }
 
     bool connected() const { return socket.state() == QLocalSocket::ConnectedState; }
 
     std::uint32_t send(link::Verb verb, const QString& topic, const QString& name) {
-        const std::uint32_t id = nextId++;
-        socket.write(link::encode(link::Frame{verb, id, topic, name, {}}));
-        socket.flush();
-        return id;
+        sendRaw(link::encode(link::Frame{verb, nextId, topic, name, {}}));
+        return nextId++;
     }
 
     void sendRaw(const QByteArray& bytes) {
@@ -52,15 +37,13 @@ public:
     }
 
     // The reply to id; nullopt when none came in time.
-    std::optional<link::Frame> answer(std::uint32_t id, int ms = 5000) {
+    std::optional<link::Frame> answer(std::uint32_t id) {
         std::optional<link::Frame> found;
-        waitFor(
-            [&] {
-                for (const link::Frame& f : frames)
-                    if (f.id == id && f.verb != link::Verb::Update) found = f;
-                return found.has_value() || !connected();
-            },
-            ms);
+        waitUntil([&] {
+            for (const link::Frame& f : frames)
+                if (f.id == id && f.verb != link::Verb::Update) found = f;
+            return found.has_value() || !connected();
+        });
         return found;
     }
 
@@ -83,12 +66,8 @@ public:
         return values;
     }
 
-    bool waitForUpdate(const QString& item, const QString& value, int ms = 5000) {
-        return waitFor([&] { return updates(item).contains(value); }, ms);
-    }
-
-    bool waitClosed(int ms = 5000) {
-        return waitFor([this] { return !connected(); }, ms);
+    bool waitForUpdate(const QString& item, const QString& value) {
+        return waitUntil([&] { return updates(item).contains(value); });
     }
 
     QLocalSocket socket;

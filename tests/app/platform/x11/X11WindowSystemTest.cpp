@@ -140,15 +140,6 @@ TEST_F(X11WindowSystemTest, TitleIsCutAtMaxCharacters) {
     EXPECT_EQ(system->title(makeTitled(accented.toUtf8(), "UTF8_STRING"), 14), accented.left(14));
 }
 
-TEST_F(X11WindowSystemTest, TitleOfAQtWindowIsRead) {
-    QWindow window;
-    window.setTitle("Sidekin ViewMGR pane");
-    window.create();
-    const auto handle = static_cast<WindowHandle>(window.winId());
-    EXPECT_EQ(system->title(handle, 14), "Sidekin ViewMG");
-    EXPECT_EQ(system->title(handle, 40), "Sidekin ViewMGR pane");
-}
-
 TEST_F(X11WindowSystemTest, OwnWidgetIsEmbeddedInAForeignWindowAndBackOut) {
     const WindowHandle host = makeTitled("Host ViewMGR");
     {
