@@ -3,53 +3,50 @@
 #include <QCoreApplication>
 #include <QTest>
 #include <functional>
-#include <ostream>
+#include <memory>
 
 #include "AppState.h"
 #include "CPLinks.h"
 #include "ErrorOf.h"
-#include "FakeHost.h"
 #include "FormsFixture.h"
 #include "FrmOrq.h"
+#include "InProcessHost.h"
 #include "ItemFeed.h"
+#include "StartupFixture.h"
 #include "platform/RuntimeError.h"
 
 namespace sidekin::test {
 
-// A fresh program, forms unwired, whose "zentrovar.ini" names the services online and offline
-// for instrument 1, which is selected, online.
+// A fresh program, forms unwired, with an in-process host serving instrument 1
+// online and offline; online is selected.
 class HostLinkFixture : public StartupFixture {
 protected:
     void SetUp() override {
         StartupFixture::SetUp();
         FormsFixture::unloadForms();
-        writeHostIni("[PCS,1]\n_DDEOnLine=" + online.toUtf8() +
-                     "\n_DDEOffLine=" + offline.toUtf8() + "\n");
+        host = std::make_unique<InProcessHost>(InProcessHost::defaultConfig(),
+                                               QStringList{online, offline});
+        qputenv("ZENTROVAR_CONFIG_DIR", host->configFolder().toUtf8());
         App.GlblInstrument = 1;
         App.GlblOffline = QStringLiteral("0");
+        App.GlblDDEApp = online;
     }
-
     void TearDown() override {
         FormsFixture::unloadForms();
+        host.reset();
         StartupFixture::TearDown();
     }
 
-    // Bounded wait for the program to have served what the host sent.
     static bool serveUntil(const std::function<bool()>& done, int ms = 5000) {
         return QTest::qWaitFor(done, ms);
     }
-
-    // What the dialogs show for one plain box.
     static std::vector<Shown> plainBox(const QString& text, const QString& title) {
         return {{Shown::Box, BoxStyle::Plain, text, title}};
     }
 
-    // Unique per process: tests may run in parallel and a name serves one host only.
-    static QString uniqueService(const char* base) {
-        return QLatin1String(base) + QString::number(QCoreApplication::applicationPid());
-    }
-    const QString online = uniqueService("TestHost");
-    const QString offline = uniqueService("TestHostOff");
+    const QString online = QStringLiteral("TestHost");
+    const QString offline = QStringLiteral("TestHostOff");
+    std::unique_ptr<InProcessHost> host;
 };
 
 }  // namespace sidekin::test

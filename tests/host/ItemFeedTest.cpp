@@ -35,11 +35,6 @@ QString boxText(const QString& value) {
 
 class ItemFeedTest : public HostLinkFixture {
 protected:
-    void SetUp() override {
-        HostLinkFixture::SetUp();
-        App.GlblDDEApp = online;
-    }
-
     QList<QLineEdit*> itemBoxes() {
         CPLinks& f = cpLinks();
         return {f.txtDataPath,     f.txtInstPath,   f.txtMethPath,
@@ -54,20 +49,20 @@ protected:
     }
 
     // Pushes a new value: its box shows it once the program serves its events, not before.
-    void pushAndWait(FakeHost& host, const QString& item, const QString& value, QLineEdit* edit) {
-        host.push(item, value);
+    void pushAndWait(const QString& item, const QString& value, QLineEdit* edit) {
+        host->simulator().publish(item, value);
         EXPECT_NE(edit->text(), boxText(value));
         EXPECT_TRUE(serveUntil([&] { return edit->text() == boxText(value); }))
             << item.toStdString();
     }
 
-    static void holdSixItems(FakeHost& host) {
-        host.setValue(items::DataPath, "C:\\HOST\\DATA\\");
-        host.setValue(items::InstPath, "/opt/host/1/inst.cfg");
-        host.setValue(items::MethPath, "C:\\HOST\\METHODS\\DEF.M");
-        host.setValue(items::SystemStatus, "Ready|Idle");
-        host.setValue(items::StatusTime, "Idle|00:00");
-        host.setValue(items::RunEngine, "Idle");
+    void holdSixItems() {
+        host->simulator().publish(items::DataPath, "C:\\HOST\\DATA\\");
+        host->simulator().publish(items::InstPath, "/opt/host/1/inst.cfg");
+        host->simulator().publish(items::MethPath, "C:\\HOST\\METHODS\\DEF.M");
+        host->simulator().publish(items::SystemStatus, "Ready|Idle");
+        host->simulator().publish(items::StatusTime, "Idle|00:00");
+        host->simulator().publish(items::RunEngine, "Idle");
     }
 
     const std::vector<Shown> startupBox =
@@ -87,16 +82,14 @@ TEST_F(ItemFeedTest, FillArrayListsTheSixItemsPathsFirst) {
 }
 
 TEST_F(ItemFeedTest, StartupDeliversPathsBeforeStatusItems) {
-    FakeHost host(online);
-    holdSixItems(host);
+    holdSixItems();
     recordBoxChanges();
     OpenDDELinks();
     EXPECT_EQ(dialogs.shown, startupBox);  // shown even when all went well
-    EXPECT_EQ(host.log(),
-              QStringList({"1 Advise CPNOWAIT _DATAPATH$", "1 Advise CPNOWAIT _INSTPATH$",
-                           "1 Advise CPNOWAIT _METHPATH$", "1 Advise CPNOWAIT GUISystemStatus$",
-                           "1 Advise CPNOWAIT GUIStatusTime$",
-                           "1 Advise CPNOWAIT ORQ_RunEngineStatus$"}));
+    QStringList advised;
+    for (const QString& item : QStringList(App.DDEItems.begin(), App.DDEItems.begin() + 6))
+        advised << "1 TestHost Advise CPNOWAIT " + item;
+    EXPECT_EQ(host->frames(), advised);
     serveUntil([&] { return changes.size() >= 6; }, 3000);
     EXPECT_EQ(changes, QStringList({"txtDataPath", "txtInstPath", "txtMethPath", "ddeSystemStatus",
                                     "ddeStatusTime", "ddeRunEngineStatus"}));
@@ -108,8 +101,7 @@ TEST_F(ItemFeedTest, StartupDeliversPathsBeforeStatusItems) {
 }
 
 TEST_F(ItemFeedTest, NoticeIsNotLostWhenAnotherIsServedInsideItsYield) {
-    FakeHost host(online);
-    holdSixItems(host);
+    holdSixItems();
     recordBoxChanges();
     NoticeWatch otherEvents(true);
     cpLinks().installEventFilter(&otherEvents);
@@ -120,7 +112,6 @@ TEST_F(ItemFeedTest, NoticeIsNotLostWhenAnotherIsServedInsideItsYield) {
 }
 
 TEST_F(ItemFeedTest, InstrumentPathGivesFolderAndIniFile) {
-    FakeHost host(online);
     OpenDDELinks();
     const struct {
         const char* value;
@@ -135,34 +126,34 @@ TEST_F(ItemFeedTest, InstrumentPathGivesFolderAndIniFile) {
         {"inst.cfg", "", "ORQ.INI"},
     };
     for (const auto& c : cases) {
-        pushAndWait(host, items::InstPath, c.value, cpLinks().txtInstPath);
+        pushAndWait(items::InstPath, c.value, cpLinks().txtInstPath);
         EXPECT_EQ(App.GlblInstDir, c.folder);
         EXPECT_EQ(App.GlblIniFile, c.iniFile);
     }
-    pushAndWait(host, items::DataPath, "  /data/x.d", cpLinks().txtDataPath);
+    pushAndWait(items::DataPath, "  /data/x.d", cpLinks().txtDataPath);
     EXPECT_EQ(App.GlblDataDir, "/data/");
 }
 
 TEST_F(ItemFeedTest, StatusValuesFillExactlyEightyCharactersAndRepeatsRaiseNothing) {
-    FakeHost host(online);
     OpenDDELinks();
     QLineEdit* status = cpLinks().ddeSystemStatus;
+    ASSERT_TRUE(serveUntil([&] { return !status->text().isEmpty(); }));  // the value at advise
     NoticeWatch notices;
     cpLinks().installEventFilter(&notices);
     int changed = 0;
     QObject::connect(status, &QLineEdit::textChanged, [&] { ++changed; });
 
-    pushAndWait(host, items::SystemStatus, "Ready|Idle", status);
+    pushAndWait(items::SystemStatus, "Ready|Idle", status);
     EXPECT_EQ(status->text().size(), 80);
     const QString longValue = QString(100, u'x');
-    host.push(items::SystemStatus, longValue);
+    host->simulator().publish(items::SystemStatus, longValue);
     EXPECT_TRUE(serveUntil([&] { return status->text() == QString(80, u'x'); }));
     EXPECT_EQ(changed, 2);
 
     // Equal once cut: a notice comes, but the box does not change.
-    for (const QString& same : {longValue, QString(90, u'x')}) {
+    for (const QString& same : {QString(90, u'x'), QString(95, u'x')}) {
         const int before = notices.count;
-        host.push(items::SystemStatus, same);
+        host->simulator().publish(items::SystemStatus, same);
         EXPECT_TRUE(serveUntil([&] { return notices.count > before; }));
         EXPECT_EQ(changed, 2);
     }
@@ -184,6 +175,7 @@ TEST_F(ItemFeedTest, KeyCodeOutsideTheTableIsSubscriptOutOfRange) {
 }
 
 TEST_F(ItemFeedTest, WithoutHostNothingIsRequestedAndNoItemsArrive) {
+    host->kill();
     OpenDDELinks();
     EXPECT_EQ(dialogs.shown, startupBox);
     QCoreApplication::processEvents();
@@ -196,6 +188,7 @@ TEST_F(ItemFeedTest, WithoutHostNothingIsRequestedAndNoItemsArrive) {
 }
 
 TEST_F(ItemFeedTest, HotLinkWithoutHostShowsItsBoxAndLeavesTheWindowAlone) {
+    host->kill();
     iNITddesHOWorq();
     EXPECT_EQ(dialogs.shown,
               plainBox("No foreign application responded to a DDE initiate", "iNITddesHOWorq"));

@@ -1,13 +1,19 @@
+#include <signal.h>
+
 #include <QFile>
 #include <QLineEdit>
 
 #include "AppState.h"
 #include "CPLinks.h"
+#include "ErrorOf.h"
 #include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "HostCommands.h"
 #include "HostConversation.h"
+#include "HostItems.h"
+#include "HostLink.h"
 #include "ItemFeed.h"
+#include "LinkProtocol.h"
 #include "LinkTextBox.h"
 #include "ShowHideOrq.h"
 #include "SimulatorProcess.h"
@@ -24,9 +30,6 @@ protected:
     void SetUp() override {
         FormsFixture::SetUp();
         setClock(nullptr);
-        unloadFrmORQ();
-        unloadCPLinks();
-        itemfeed::reset();
         host = std::make_unique<SimulatorProcess>(
             QStringList{"--model", "4430", "--run-seconds", "0.2"});
         ASSERT_TRUE(host->started());
@@ -36,11 +39,8 @@ protected:
         App.GlblOffline = "0";
     }
     void TearDown() override {
-        unloadFrmORQ();
-        unloadCPLinks();
-        itemfeed::reset();
-        host.reset();
         FormsFixture::TearDown();
+        host.reset();
     }
     QString ask(const QString& question, const QString& variable) {
         DDEexecute(link(), question);
@@ -75,41 +75,36 @@ TEST_F(SimulatorLinkTest, NameCheckCreatesAndDeletesTheFile) {
         "1");
 }
 
-TEST_F(SimulatorLinkTest, RunCommandsAndEveryItemArrive) {
-    OpenDDELinks();
-    ASSERT_TRUE(waitUntil([] {
-        return !App.GlblMethodDir.isEmpty() && !cpLinks().ddeRunEngineStatus->text().isEmpty();
-    }));
-    EXPECT_TRUE(App.GlblIniFile.endsWith("instrument/ORQ.INI"));
-    EXPECT_TRUE(App.GlblDataDir.endsWith("data/"));
-    EXPECT_EQ(cpLinks().ddeSystemStatus->text().size(), 80);
-    EXPECT_TRUE(cpLinks().ddeSystemStatus->text().startsWith("1|0|SysGreen|Ready|"));
-    EXPECT_EQ(dialogs.boxTitles(), QStringList{"VB DDE Error"});
+TEST_F(SimulatorLinkTest, SocketFaultsBecomeTheLinkErrors) {
+    auto channel = link::hostLink().open(host->service());
+    QStringList seen;
+    QObject::connect(
+        channel.get(), &link::Channel::itemUpdated,
+        [&](const QString& item, const QString& value) { seen << item + "=" + value; });
+    channel->advise(link::TopicNoWait, items::ShowOrq, 2000);
+    EXPECT_TRUE(seen.isEmpty());  // handed on after the operation, never inside it
+    EXPECT_TRUE(waitUntil([&] { return seen == QStringList{"ShowORQ$=11\r\n"}; }));
+    EXPECT_EQ(errorOf([&] { channel->request(link::TopicWait, "NoSuchItem$", 2000); }),
+              link::ErrRefused);
 
-    // The run engine's words raise the flags that end the two waits.
-    QObject::connect(cpLinks().ddeRunEngineStatus, &QLineEdit::textChanged, [](const QString& v) {
-        if (v.startsWith("LOADED")) App.GlblMethodLoaded = 1;
-        if (v.startsWith("RUNNING")) App.GlblRunStarted = 1;
-    });
-    DDEexecute(link(), commands::SetRunTableVars("Avery", "Sub1"));
-    commands::SingleRun run{"FRONTSTD", 1, "S1", 105, "D1", "1.5", "2", "info"};
-    DDEExecut_LoadMethod(link(), commands::PrepareSingleRun(run));
-    DDEExecute_RunMethod(link(), commands::HostStart(1));
-    EXPECT_TRUE(cpLinks().ddeRunEngineStatus->text().startsWith("RUNNING"));
-    ASSERT_TRUE(
-        waitUntil([] { return cpLinks().ddeRunEngineStatus->text().startsWith("Completed"); }));
-    EXPECT_TRUE(QFile::exists(host->dataFolder() + "Sub1/D1.d"));
-    DDEExecut_LoadMethod(link(), commands::LoadMethod("BACKSTD"));
-    EXPECT_EQ(dialogs.boxTitles(), QStringList{"VB DDE Error"});
+    ::kill(static_cast<pid_t>(host->pid()), SIGSTOP);
+    EXPECT_EQ(errorOf([&] { channel->request(link::TopicWait, items::DataPath, 200); }),
+              link::ErrTimeout);
+    ::kill(static_cast<pid_t>(host->pid()), SIGCONT);
+    // The late answer to the question given up is passed over.
+    EXPECT_EQ(channel->request(link::TopicWait, items::ShowOrq, 2000), "11\r\n");
 
-    const QStringList executed = host->executed();
-    ASSERT_EQ(executed.size(), 4);
-    EXPECT_EQ(executed[0], "CPWAIT\tORQ_SetRunTableVars \"Avery\", \"Sub1\"");
-    EXPECT_EQ(
-        executed[1],
-        R"(CPNOWAIT	ORQ_PrepareSingleRun "FRONTSTD", 1, "S1", 105, "D1", "1.5", "2", "", "", "info")");
-    EXPECT_EQ(executed[2], "CPNOWAIT\tORQ_HOST_START 1");
-    EXPECT_EQ(executed[3], "CPNOWAIT\tORQ_LoadMethod BACKSTD");
+    for (auto [fault, error] :
+         {std::pair{"--garbage-after", link::ErrBadData}, {"--close-after", link::ErrHostQuit}}) {
+        SimulatorProcess faulty({fault, "1"});
+        ASSERT_TRUE(faulty.started());
+        auto broken = link::hostLink().open(faulty.service());
+        EXPECT_EQ(errorOf([&] { broken->request(link::TopicWait, items::ShowOrq, 2000); }), error)
+            << fault;
+        EXPECT_EQ(errorOf([&] { broken->request(link::TopicWait, items::ShowOrq, 2000); }),
+                  error == link::ErrBadData ? link::ErrBadData : link::ErrNoChannel);
+    }
+    EXPECT_EQ(errorOf([] { link::hostLink().open("NobodyServesThis"); }), link::ErrNoHost);
 }
 
 TEST_F(SimulatorLinkTest, HotLinkFollowsShowValues) {

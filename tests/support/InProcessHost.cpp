@@ -13,7 +13,8 @@ namespace sidekin::test {
 
 class InProcessChannel : public link::Channel, public hostsim::Peer {
 public:
-    InProcessChannel(InProcessHost& host, int connection) : host_(host), connection_(connection) {
+    InProcessChannel(InProcessHost& host, int connection, const QString& service)
+        : host_(host), connection_(connection), service_(service) {
         QObject::connect(host.simulator_.get(), &hostsim::HostSimulator::itemChanged, this,
                          [this](const QString& item, const QString& value) {
                              const auto it = watched_.constFind(item.toLower());
@@ -32,6 +33,7 @@ public:
     }
     QString request(const QString& topic, const QString& item, int) override {
         const link::Frame answer = ask(link::Verb::Request, topic, item);
+        if (host_.raw_.contains(item)) return host_.raw_.value(item);
         if (answer.verb != link::Verb::Data) raiseError(link::ErrBadData);
         return answer.value;
     }
@@ -65,6 +67,11 @@ public:
 private:
     link::Frame ask(link::Verb verb, const QString& topic, const QString& name) {
         if (dropped_) raiseError(garbage_ ? link::ErrBadData : link::ErrNoChannel);
+        static const char* verbs[] = {"", "Execute", "Request", "Advise"};
+        host_.frames_ << QStringLiteral("%1 %2 %3 %4 %5")
+                             .arg(connection_)
+                             .arg(service_, QLatin1String(verbs[static_cast<int>(verb)]), topic,
+                                  name);
         reply_.reset();
         host_.simulator_->receive(*this, link::Frame{verb, nextId_++, topic, name, {}});
         if (garbage_) raiseError(link::ErrBadData);
@@ -83,6 +90,7 @@ private:
 
     InProcessHost& host_;
     int connection_;
+    QString service_;
     std::uint32_t nextId_ = 1;
     std::optional<link::Frame> reply_;
     QHash<QString, QString> watched_;
@@ -98,11 +106,13 @@ hostsim::SimConfig InProcessHost::defaultConfig() {
     return config;
 }
 
-InProcessHost::InProcessHost(const hostsim::SimConfig& config) {
+InProcessHost::InProcessHost(const hostsim::SimConfig& config, const QStringList& services)
+    : services_(services) {
     const QString root = folder_.file("host");
     QString error;
     if (!hostsim::installDemoSet(root, true, &error) ||
-        !hostsim::writeServicesIni(folder_.file("zentrovar.ini"), 1, service_, service_, &error))
+        !hostsim::writeServicesIni(folder_.file("zentrovar.ini"), 1, services.front(),
+                                   services.value(1, services.front()), &error))
         qFatal("in-process host: %s", qPrintable(error));
     simulator_ = std::make_unique<hostsim::HostSimulator>(config, hostsim::demoFolders(root));
     link::setHostLink(this);
@@ -114,8 +124,8 @@ InProcessHost::~InProcessHost() {
 }
 
 std::unique_ptr<link::Channel> InProcessHost::open(const QString& service) {
-    if (dead_ || service.compare(service_, Qt::CaseInsensitive) != 0) raiseError(link::ErrNoHost);
-    return std::make_unique<InProcessChannel>(*this, ++connections_);
+    if (dead_ || !services_.contains(service, Qt::CaseInsensitive)) raiseError(link::ErrNoHost);
+    return std::make_unique<InProcessChannel>(*this, ++connections_, service);
 }
 
 void InProcessHost::kill() {

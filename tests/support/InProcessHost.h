@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QStringList>
 #include <memory>
 #include <vector>
@@ -18,7 +19,10 @@ class InProcessChannel;
 // zentrovar.ini live in a temporary folder that is also the profile folder.
 class InProcessHost : public link::HostLink {
 public:
-    explicit InProcessHost(const hostsim::SimConfig& config = defaultConfig());
+    // Serves every name in services; the first is the online one in zentrovar.ini, the second
+    // (if any) the offline one.
+    explicit InProcessHost(const hostsim::SimConfig& config = defaultConfig(),
+                           const QStringList& services = {QStringLiteral("InProcessHost")});
     ~InProcessHost() override;
 
     static hostsim::SimConfig defaultConfig();  // model 4410, runs that last an hour
@@ -26,19 +30,25 @@ public:
     std::unique_ptr<link::Channel> open(const QString& service) override;
 
     hostsim::HostSimulator& simulator() { return *simulator_; }
-    const QString& service() const { return service_; }
+    const QString& service() const { return services_.front(); }
     QString configFolder() const { return folder_.path(); }
     QString dataFolder() const { return simulator_->folders().data; }
 
     // The command texts executed, in order.
     const QStringList& executed() const { return executed_; }
+    // Every frame received: "<connection> <service> <verb> <topic> <name>".
+    const QStringList& frames() const { return frames_; }
+    // A request of the item answers exactly this, no line end added.
+    void setRawValue(const QString& item, const QString& raw) { raw_[item] = raw; }
     // Every conversation drops and no new one opens, as when the host dies.
     void kill();
 
 private:
     friend class InProcessChannel;
     TempFolder folder_;
-    QString service_ = QStringLiteral("InProcessHost");
+    QStringList services_;
+    QHash<QString, QString> raw_;
+    QStringList frames_;
     std::unique_ptr<hostsim::HostSimulator> simulator_;
     std::vector<InProcessChannel*> channels_;
     QStringList executed_;

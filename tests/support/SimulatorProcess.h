@@ -21,6 +21,7 @@ public:
     QString configFolder() const { return folder_.path(); }
     QString dataFolder() const { return folder_.file("host/data/"); }
 
+    qint64 pid() const { return process_.processId(); }
     // A control line on the simulator's standard input, e.g. "show 01".
     void control(const QString& line);
     // The commands (Execute frames) the simulator received, in order, with their topics.
