@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
-# Sets up, builds and runs every test. Widget tests run offscreen; the X11
-# tests start their own Xvfb through xvfb-run.
+# Sets up, builds (warnings as errors) and runs every check and test: the
+# format and library-graph checks, then the suite. Widget tests run offscreen;
+# the X11 tests start their own Xvfb through xvfb-run.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+export SIDEKIN_WERROR=ON
 scripts/setup.sh
+scripts/check-format.sh
+scripts/check-graph.sh "${BUILD_DIR:-build}"
 export QT_QPA_PLATFORM=offscreen
 export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-/tmp/sidekin-runtime-$(id -u)}
 mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
