@@ -5,67 +5,64 @@
 
 using namespace sidekin::hostsim;
 
-TEST(HostScript, PrepareSingleRunTakesTenArguments) {
-    const struct {
-        const char* text;
-        QStringList fields;  // method, injector, sample, vial, data file, amounts, spares, info
-    } rows[] = {
-        {R"(ORQ_PrepareSingleRun "TEST1", 1, "A1", 105, "A1", "1.5", "2", "s1", "s2", "note")",
-         {"TEST1", "1", "A1", "105", "A1", "1.5", "2", "s1", "s2", "note"}},
-        {R"(ORQ_PrepareSingleRun "TEST1", 2, "A1", , "A1", "", "", "", "", "")",
-         {"TEST1", "2", "A1", "", "A1", "", "", "", "", ""}},
-        {R"(ORQ_PrepareSingleRun "M", 1, "a, b", 1.5, "F", "", "", "", "", "x, y;z")",
-         {"M", "1", "a, b", "1.5", "F", "", "", "", "", "x, y;z"}},
-        // Quotes inside are not escaped: a quote ends an argument only before ", " or the end.
-        {R"(ORQ_PrepareSingleRun "M", 1, "say "hi" now", 3, "F", "", "", "", "", "he said "ok"")",
-         {"M", "1", "say \"hi\" now", "3", "F", "", "", "", "", "he said \"ok\""}},
-        // A ", " inside an argument: the split that fits all ten wins.
-        {R"(ORQ_PrepareSingleRun "M", 1, "x", ", 4, "F", "", "", "", "", "")",
-         {"M", "1", "x\", ", "4", "F", "", "", "", "", ""}},
-        // The last argument runs to the final quote, whatever it holds.
-        {R"(ORQ_PrepareSingleRun "M", 1, "S", 2, "F", "", "", "", "", "a", "b")",
-         {"M", "1", "S", "2", "F", "", "", "", "", "a\", \"b"}},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.text);
-        const auto script = parseCommand(QString::fromUtf8(row.text), nullptr);
-        ASSERT_TRUE(script && script->size() == 1u);
-        const RunRequest& r = std::get<PrepareRun>(script->front().what).run;
-        EXPECT_EQ(QStringList({r.method, QString::number(r.injector), r.sample, r.vial, r.dataFile,
-                               r.sampleAmount, r.istdAmount, r.spare1, r.spare2, r.info}),
-                  row.fields);
+namespace {
+
+// A run's ten fields joined by '|', "load <method>", "ok" for any other
+// statement; "refused" when the text does not parse and a reason is given.
+QString parsed(const char* text) {
+    QString error;
+    const auto script = parseCommand(QString::fromUtf8(text), &error);
+    if (!script) return error.isEmpty() ? QStringLiteral("refused without a reason") : "refused";
+    QStringList out;
+    for (const Statement& s : *script) {
+        if (const auto* p = std::get_if<PrepareRun>(&s.what)) {
+            const RunRequest& r = p->run;
+            QStringList f{r.method, QString::number(r.injector), r.sample, r.vial, r.dataFile};
+            out << (f << r.sampleAmount << r.istdAmount << r.spare1 << r.spare2 << r.info)
+                       .join('|');
+        } else if (const auto* m = std::get_if<LoadMethod>(&s.what)) {
+            out << "load " + m->method;
+        } else {
+            out << "ok";
+        }
     }
-    auto load = parseCommand("ORQ_LoadMethod TWO WORDS", nullptr);
-    ASSERT_TRUE(load);
-    EXPECT_EQ(std::get<LoadMethod>(load->front().what).method, "TWO");
+    return out.join("; ");
 }
 
-TEST(HostScript, RefusesWhatDoesNotParse) {
-    for (const char* text : {
-             "",
-             "HELLO",
-             R"(ORQ_PrepareSingleRun "M", 1, "S", 1, "F", "", "", "", "")",         // nine
-             R"(ORQ_PrepareSingleRun "M", 1, "S", 1, "F", "", "", "", "", "", 7)",  // eleven
-             R"(ORQ_PrepareSingleRun "M", X, "S", 1, "F", "", "", "", "", "")",     // injector
-             R"(ORQ_PrepareSingleRun "M", 1, "S", v, "F", "", "", "", "", "")",     // vial
-             R"(ORQ_PrepareSingleRun "M", 1, "S",, "F", "", "", "", "", "")",       // no blank
-             R"(ORQ_SetRunTableVars "op")",
-             "ORQ_HOST_START",
-             "ORQ_HOST_START 1x",
-             "ORQ_LoadMethod ",
-             "ORQ_Unknown 1",
-             "ddeORQ = NoSuchFunction(1)",
-             "ddeORQ = ORQCheckIfValidVial( 1)",
-             "ddeORQ$ = ORQCheckIfValidVial( 1, 2)",
-             "ddeORQ = ORQGetInjectorVialRange$(1)",
-             R"(ddeORQ = "text")",
-             R"(Open "x" For Output)",
-             R"(Open x For Output As #3)",
-             R"(Delete "x",Maybe)",
-             "On Error On Error x=1",
-         }) {
-        QString error;
-        EXPECT_FALSE(parseCommand(QString::fromUtf8(text), &error)) << text;
-        EXPECT_FALSE(error.isEmpty()) << text;
-    }
+TEST(HostScript, ParsesTheCommandsTheProgramSendsAndRefusesTheRest) {
+    const struct {
+        const char* name;
+        const char* text;
+        const char* expected;
+    } rows[] = {
+        {"fullRun", R"(ORQ_PrepareSingleRun "T", 1, "A1", 105, "A1", "1.5", "2", "s1", "s2", "n")",
+         "T|1|A1|105|A1|1.5|2|s1|s2|n"},
+        {"vialLeftOut", R"(ORQ_PrepareSingleRun "T", 2, "A1", , "A1", "", "", "", "", "")",
+         "T|2|A1||A1|||||"},
+        {"quotesInsideEndOnlyBeforeComma",
+         R"(ORQ_PrepareSingleRun "M", 1, "say "hi", now", 3, "F", "", "", "", "", "x, y;z")",
+         "M|1|say \"hi\", now|3|F|||||x, y;z"},
+        {"lastRunsToTheFinalQuote",
+         R"(ORQ_PrepareSingleRun "M", 1, "S", 2, "F", "", "", "", "", "a", "b")",
+         "M|1|S|2|F|||||a\", \"b"},
+        {"methodIsTheFirstWord", "ORQ_LoadMethod TWO WORDS", "load TWO"},
+        {"fileStatements", R"(On Error Open "x" For Output As #3; Close #3; Delete "x",DontAsk)",
+         "ok; ok; ok"},
+        {"questions", "ddeORQ = ORQCheckIfValidVial(1, 2); ORQ_HOST_START 4", "ok; ok"},
+        {"empty", "", "refused"},
+        {"unknownStatement", "HELLO", "refused"},
+        {"nineArguments", R"(ORQ_PrepareSingleRun "M", 1, "S", 1, "F", "", "", "", "")", "refused"},
+        {"injectorNotANumber", R"(ORQ_PrepareSingleRun "M", X, "S", 1, "F", "", "", "", "", "")",
+         "refused"},
+        {"startWithoutRow", "ORQ_HOST_START 1x", "refused"},
+        {"unknownMacro", "ORQ_Unknown 1", "refused"},
+        {"unknownFunction", "ddeORQ = NoSuchFunction(1)", "refused"},
+        {"wrongArgumentCount", "ddeORQ = ORQCheckIfValidVial( 1)", "refused"},
+        {"textIntoNumber", "ddeORQ$ = ORQCheckIfValidVial( 1, 2)", "refused"},
+        {"openWithoutChannel", R"(Open "x" For Output)", "refused"},
+        {"nestedOnError", "On Error On Error x=1", "refused"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(parsed(row.text), row.expected) << row.name;
 }
+
+}  // namespace
