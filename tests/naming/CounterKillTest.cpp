@@ -11,7 +11,7 @@ using namespace sidekin;
 
 namespace {
 
-// The count must never move back, whatever moment the process dies at.
+// The count never moves back and a handed-out name is never reissued, whenever the process dies.
 TEST(CounterKillTest, StoredCountNeverGoesBack) {
     test::TempFolder folder;
     const QByteArray others = "; lab counters\n[Operators]\nNumOperators=1\nOperator1=Ana Ruiz\n";
@@ -25,19 +25,16 @@ TEST(CounterKillTest, StoredCountNeverGoesBack) {
         ASSERT_TRUE(child.waitForStarted(5000));
         const int namesWanted = random.bounded(1, 6);
         int lastHanded = -1;
-        while (lastHanded < lastStored + namesWanted - 1 && child.waitForReadyRead(5000)) {
+        while (lastHanded < lastStored + namesWanted - 1 && child.waitForReadyRead(5000))
             while (child.canReadLine()) lastHanded = child.readLine().trimmed().mid(3).toInt();
-        }
         ::kill(static_cast<pid_t>(child.processId()), SIGKILL);
         child.waitForFinished(5000);
 
-        const QByteArray bytes = folder.read("ORQ.INI");
-        ASSERT_TRUE(bytes.startsWith(others)) << "round " << round;
+        ASSERT_TRUE(folder.read("ORQ.INI").startsWith(others)) << "round " << round;
         const QString value = GetPvtProfileStr("Oil,FAME", "DataFile", ini);
         ASSERT_TRUE(value.startsWith("OIL,")) << value.toStdString();
         const int stored = value.mid(4).toInt();
-        EXPECT_GE(stored, lastStored) << "round " << round;
-        EXPECT_GT(stored, lastHanded) << "round " << round;  // a handed-out name is never reissued
+        EXPECT_TRUE(stored >= lastStored && stored > lastHanded) << "round " << round;
         lastStored = stored;
     }
 }

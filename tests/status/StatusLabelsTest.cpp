@@ -1,0 +1,223 @@
+// The status labels, fed through the mailbox boxes as the host feeds them.
+
+#include <QFontDatabase>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "AppState.h"
+#include "CPLinks.h"
+#include "ColourTable.h"
+#include "FontCharset.h"
+#include "FormsFixture.h"
+#include "FrmOrq.h"
+#include "LabelColours.h"
+#include "platform/RuntimeError.h"
+
+namespace sidekin::test {
+namespace {
+
+class StatusLabels : public FormsFixture {
+protected:
+    // As the item feed delivers a value: blank-padded to 80 characters.
+    static void systemStatus(const QString& value) {
+        cpLinks().ddeSystemStatus->setText(value.leftJustified(80, u' ', true));
+    }
+    static void statusTime(const QString& value) {
+        cpLinks().ddeStatusTime->setText(value.leftJustified(80, u' ', true));
+    }
+    static QLabel* ready() { return frmORQ().lblSysStatusReady; }
+    static QLabel* method() { return frmORQ().lblSysStatusMethod; }
+    static QLabel* timeLabel() { return frmORQ().lblStatusTime; }
+    // The caption and the colours the colour table gives for colourName.
+    static void expectLine(const QLabel* label, const QString& text, const QString& colourName) {
+        QString background, ink;
+        CS2VbColor(colourName, background, ink);
+        EXPECT_EQ(label->text(), text);
+        EXPECT_EQ(label->palette().color(QPalette::Window), fromVbColor(background.toInt()));
+        EXPECT_EQ(label->palette().color(QPalette::WindowText), fromVbColor(ink.toInt()));
+    }
+};
+
+const QString baseline = "1|0|SysWhite|Ready|MthWhite|Waiting for Ready";
+
+TEST_F(StatusLabels, NestedStepsStopAtTheFirstBadField) {
+    const struct {
+        const char* name;
+        QString status;
+        QString ready, readyColour, method, methodColour, lastSys, lastMethod;
+    } rows[] = {
+        {"both lines", "1|0|SysRed|Not Ready|MthGreen|Data Acquisition", "Not Ready", "SysRed",
+         "Data Acquisition", "MthGreen", "Not Ready", "Data Acquisition"},
+        {"either prefix on either line", "1|0|MthBlue|Run in Progress|SysMagenta|Data Analysis",
+         "Run in Progress", "MthBlue", "Data Analysis", "SysMagenta", "Run in Progress",
+         "Data Analysis"},
+        {"fewer than three fields", "1|0", "Ready", "SysWhite", "Waiting for Ready", "SysWhite",
+         "Ready", "Waiting for Ready"},
+        {"unknown ready colour", "1|0|SysOrange|Not Ready|MthRed|Data Analysis", "Ready",
+         "SysWhite", "Waiting for Ready", "SysWhite", "Ready", "Waiting for Ready"},
+        {"empty ready text", "1|0|SysBlack||MthRed|Data Analysis", "Ready", "SysBlack",
+         "Waiting for Ready", "SysWhite", "Ready", "Waiting for Ready"},
+        {"unknown method colour", "1|0|SysYellow|Not Ready|MthPink|Data Analysis", "Not Ready",
+         "SysYellow", "Waiting for Ready", "SysWhite", "Ready", "Waiting for Ready"},
+        {"empty method text", "1|0|SysGreen|Ready|MthBlack|", "Ready", "SysGreen", "", "MthBlack",
+         "Ready", ""},
+        {"caption trimmed, raw text kept", "1|0|SysRed|  Not Ready  |MthRed|Data Analysis",
+         "Not Ready", "SysRed", "Data Analysis", "MthRed", "Not Ready  ", "Data Analysis"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        systemStatus(baseline);
+        systemStatus(row.status);
+        expectLine(ready(), row.ready, row.readyColour);
+        expectLine(method(), row.method, row.methodColour);
+        EXPECT_EQ(App.GlblLastSysStatus, row.lastSys);
+        EXPECT_EQ(App.GlblLastMethodStatus, row.lastMethod);
+    }
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(StatusLabels, ColoursReachTheScreen) {
+    systemStatus("1|0|SysRed|Ready|MthBlue|Data Analysis");
+    EXPECT_EQ(ready()->grab().toImage().pixelColor(1, 1), QColor(Qt::red));
+    EXPECT_EQ(method()->grab().toImage().pixelColor(1, 1), QColor(Qt::blue));
+}
+
+TEST_F(StatusLabels, ColourTableGivesWhiteOnBlackAndOneForAnyOtherName) {
+    for (const char* name :
+         {"", "Sys", "Red", "sysRed", "SysRed ", " SysRed", "SysOrange", "ThmRed"}) {
+        QString background = "junk", ink = "junk";
+        EXPECT_EQ(CS2VbColor(QString::fromLatin1(name), background, ink), 1) << name;
+        EXPECT_EQ(fromVbColor(background.toInt()), QColor(Qt::white)) << name;
+        EXPECT_EQ(fromVbColor(ink.toInt()), QColor(Qt::black)) << name;
+    }
+}
+
+TEST_F(StatusLabels, TranslatedCaptionsInTheLanguagesCharacterSet) {
+    const QByteArray readyText = "\xD0\x93\xD0\xBE\xD1\x82\xD0\xBE\xD0\xB2";
+    const QByteArray acquiring = "\xD0\xA1\xD0\xB1\xD0\xBE\xD1\x80";
+    useTexts("17320=204 Cyrillic\n17300=" + readyText + "\n17306=" + acquiring + "\n");
+    systemStatus("1|0|SysGreen|Ready|MthGreen|Data Acquisition");
+    EXPECT_EQ(App.GlblFontCharset, 204);
+    EXPECT_EQ(ready()->text(), QString::fromUtf8(readyText));
+    EXPECT_EQ(method()->text(), QString::fromUtf8(acquiring));
+    EXPECT_EQ(App.GlblLastSysStatus, "Ready") << "the host's own words are kept";
+    const QStringList cyrillic = QFontDatabase::families(QFontDatabase::Cyrillic);
+    for (QLabel* label : {ready(), method()}) {
+        EXPECT_EQ(label->property("fontCharset").toInt(), 204);
+        if (!cyrillic.isEmpty()) EXPECT_TRUE(cyrillic.contains(label->font().family()));
+    }
+}
+
+TEST_F(StatusLabels, CharacterSetOverflowEndsInTheHandler) {
+    systemStatus(baseline);
+    useTexts("17320=99999\n");
+    systemStatus("1|0|SysRed|Not Ready|MthRed|Data Analysis");
+    EXPECT_EQ(dialogs.boxTitles(), QStringList{"UpdateSystemStatus"});
+    EXPECT_EQ(dialogs.shown[0].text, errorDescription(ErrOverflow));
+    expectLine(ready(), "Ready", "SysWhite");
+}
+
+TEST_F(StatusLabels, FontFollowsTheCharacterSetAndKeepsSizeAndWeight) {
+    QLabel label;
+    QFont font = label.font();
+    const QString latinFamily = font.family();
+    font.setPointSizeF(9.75);
+    font.setBold(true);
+    label.setFont(font);
+    applyFontCharset(label, 128);
+    const QStringList japanese = QFontDatabase::families(QFontDatabase::Japanese);
+    if (!japanese.isEmpty()) EXPECT_TRUE(japanese.contains(label.font().family()));
+    EXPECT_EQ(label.font().pointSizeF(), 9.75);
+    EXPECT_TRUE(label.font().bold());
+    for (int latinOrUnknown : {0, 238, 999, -5}) {
+        applyFontCharset(label, latinOrUnknown);
+        EXPECT_EQ(label.font().family(), latinFamily) << latinOrUnknown;
+    }
+}
+
+TEST_F(StatusLabels, TimeCaptionIsDescriptionValueAndUnit) {
+    useTexts("17320=0\n17311=Verstrichen\n17314=Vorbereitung\n17310=Min.\n");
+    App.GlblRunState = RunStateRunning;
+    const QString before = "Verstrichen: 1 Min.";
+    const std::tuple<const char*, QString, QString> rows[] = {
+        {"translated", "Prepare|0.50|min", "Vorbereitung: 0.50 Min."},
+        {"empty unit leaves no blank", "Elapsed|3|", "Verstrichen: 3"},
+        {"no unit field", "Elapsed|3", "Verstrichen: 3"},
+        {"unknown words pass", "Equilibration|2|sec", "Equilibration: 2 sec"},
+        {"word without a translation", "Post Run|4|min", ": 4 Min."},
+        {"empty value keeps the label", "Prepare||min", before},
+        {"empty description keeps the label", "|3|min", before},
+        {"one field keeps the label", "Elapsed", before},
+    };
+    for (const auto& [name, status, caption] : rows) {
+        statusTime("Elapsed|1|min");
+        statusTime(status);
+        EXPECT_EQ(timeLabel()->text(), caption) << name;
+    }
+    for (std::int16_t state : {RunStateIdle, RunStatePausing, RunStatePaused, RunStateStopping}) {
+        App.GlblRunState = state;
+        statusTime(QString("Elapsed|%1|min").arg(state + 10));
+        EXPECT_EQ(timeLabel()->text(),
+                  state == RunStateIdle ? before : QString("Verstrichen: %1 Min.").arg(state + 10))
+            << "state " << state << ": the label stands still only while idle";
+    }
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+// Set before the fields are read, so even a status that changes nothing sets it.
+TEST_F(StatusLabels, CharacterSetIsSetBeforeTheFieldsAreRead) {
+    App.GlblRunState = RunStateRunning;
+    useTexts("17320=136\n");
+    statusTime("|");
+    systemStatus("1|0");
+    for (QLabel* label : {timeLabel(), ready(), method()})
+        EXPECT_EQ(label->property("fontCharset").toInt(), 136) << label->objectName().toStdString();
+    EXPECT_EQ(App.GlblFontCharset, 136);
+}
+
+TEST_F(StatusLabels, CharacterSetIsTheLeadingNumberOfItsText) {
+    const std::pair<QByteArray, std::int16_t> rows[] = {{"17320=128 Shift-JIS", 128},
+                                                        {"17320=  134", 134},
+                                                        {"17320=Cyrillic", 0},
+                                                        {"17002=no character set text", 0}};
+    for (const auto& [table, expected] : rows) {
+        useTexts(table);
+        EXPECT_EQ(readFontCharset(), expected) << table.constData();
+    }
+}
+
+TEST_F(StatusLabels, ChangeTextsUnderTwoCharactersAreErrorFive) {
+    App.GlblRunState = RunStateIdle;  // the text is cut before the state is looked at
+    for (auto [title, box] : {std::pair{"DDESystemStatus_Change", cpLinks().ddeSystemStatus},
+                              {"DDEStstusTime_Change", cpLinks().ddeStatusTime}})
+        for (const char* text : {"", "x"}) {
+            box->setText("seed");
+            dialogs.shown.clear();
+            box->setText(text);
+            ASSERT_EQ(dialogs.boxTitles(), QStringList{title}) << text;
+            EXPECT_EQ(dialogs.shown[0].text, errorDescription(ErrInvalidCall));
+        }
+}
+
+TEST_F(StatusLabels, ChangeCutsACarriageReturnBeforeTheLastCharacter) {
+    App.GlblRunState = RunStateRunning;
+    const QString line = "1|0|SysRed|Ready|MthRed|Data Analysis";
+    const std::tuple<const char*, QString, QString> rows[] = {
+        {"line end", line + "\r\n", "Data Analysis"},
+        {"two characters are enough", "\r\n", "Data Analysis"},
+        {"return and any last character", line + "\rx", "Data Analysis"},
+        {"lone return at the end stays", line + "\r", "Data Analysis\r"},
+        {"padding hides the line end", line + "\r\n  ", "Data Analysis\r\n"},
+    };
+    for (const auto& [name, text, caption] : rows) {
+        cpLinks().ddeSystemStatus->setText(text);
+        EXPECT_EQ(method()->text(), caption) << name;
+    }
+    cpLinks().ddeStatusTime->setText("Elapsed|3|min\r\n");
+    EXPECT_EQ(timeLabel()->text(), "Elapsed: 3 min");
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+}  // namespace
+}  // namespace sidekin::test
