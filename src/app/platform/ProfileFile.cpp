@@ -268,8 +268,10 @@ private:
         QByteArray out = bytes;
         const auto range = section(sectionName);
         if (const Line* line = range ? key(*range, keyName) : nullptr) {
-            const auto text = encode(u'=' + value);
+            auto text = encode(u'=' + value);
             if (!text) return std::nullopt;
+            // A Ctrl-Z closing the last line would read as the end of the file.
+            if (line->next == line->end && value.endsWith(QChar(0x1A))) *text += lineEnd;
             return out.replace(
                 line->begin, line->end - line->begin,
                 bytes.sliced(line->nameBegin, line->nameEnd - line->nameBegin) + *text);

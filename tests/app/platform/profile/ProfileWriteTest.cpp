@@ -53,6 +53,7 @@ INSTANTIATE_TEST_SUITE_P(
         Write{"newKeyUnderEmptyHeader", "[S]\r[T]\rx=1\r", "T", "y", "", "[S]\r[T]\rx=1\ry=\r"},
         Write{"newSectionBeforeCtrlZ", "[S]\r\na=1\x1A", "New", "k", "v",
               "[S]\r\na=1\r\n[New]\r\nk=v\r\n\x1A"},
+        Write{"ctrlZEndingLastValueKept", "[S]\nk=1", "S", "k", "x\x1A", "[S]\nk=x\x1A\n"},
         Write{"orphanKeyIsNoSection", "k=1\n", "S", "k", "2", "k=1\n[S]\nk=2\n"},
         Write{"lineBreaksInValueBecomeBlanks", "[S]\nk=1\nz=2\n", "S", "k", "a\r\nb\nc\rd",
               "[S]\nk=a  b c d\nz=2\n"},
