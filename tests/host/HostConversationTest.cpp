@@ -226,9 +226,11 @@ TEST_F(HostConversationTest, RunMethodLooksAtThePendingErrorFirst) {
               (std::vector<Shown>{{Shown::Box, BoxStyle::Critical,
                                    "Custom::Application-defined or object-defined error",
                                    "DDEExecute_RunMethod"}}));
-    for (auto [pending, error] : {std::pair{-1, 5}, {256, 5}, {70000, 6}})
-        EXPECT_EQ(errorOf([&] { DDEExecute_RunMethod(box, "ORQ_HOST_START 1", pending); }), error)
+    for (const auto& [pending, error] : {std::pair{-1, 5}, {256, 5}, {70000, 6}}) {
+        const int code = pending;  // clang 14 can't capture a structured binding
+        EXPECT_EQ(errorOf([&] { DDEExecute_RunMethod(box, "ORQ_HOST_START 1", code); }), error)
             << pending;
+    }
     EXPECT_TRUE(host->frames().isEmpty());
 }
 

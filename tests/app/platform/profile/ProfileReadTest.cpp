@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include "ProfileBytes.h"
+#include "TempFolder.h"
 #include "platform/ProfileFile.h"
 
 using namespace sidekin;
+using sidekin::test::TempFolder;
 
 namespace {
 
@@ -87,18 +90,47 @@ TEST(ProfileReadLength, BufferHoldsSizeMinusOne) {
         255);
 }
 
-TEST(ProfileReadLineEnds, EveryStyleReads) {
-    for (const char* file : {"crlf.ini", "lf.ini", "cr.ini", "mixed.ini", "bom.ini"}) {
-        const QString path = kFixtures + file;
-        EXPECT_EQ(profileSections(path), QStringList({"S", "T"})) << file;
-        EXPECT_EQ(profileKeys("s", path), QStringList({"a", "b"})) << file;
-        QString a, b, c;
-        GetPrivateProfileStringA("S", "a", "?", a, 256, path);
-        GetPrivateProfileStringA("S", "b", "?", b, 256, path);
-        GetPrivateProfileStringA("T", "c", "?", c, 256, path);
-        EXPECT_EQ(a + b + c, "123") << file;
-    }
+struct Encoded {
+    const char* name;
+    QByteArray bytes;
+    QString section;
+    QString key;
+    QString expected;
+};
+
+class ProfileReadBytes : public testing::TestWithParam<Encoded> {};
+
+TEST_P(ProfileReadBytes, ValueComesBack) {
+    const Encoded& row = GetParam();
+    TempFolder dir;
+    QString buffer;
+    GetPrivateProfileStringA(row.section, row.key, "DEFAULT", buffer, 256,
+                             dir.write("a.ini", row.bytes));
+    EXPECT_EQ(buffer, row.expected);
 }
+
+const QString kLong(100000, u'n');
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, ProfileReadBytes,
+    testing::Values(
+        Encoded{"crlf", "[S]\r\na=1\r\n[T]\r\nc=3\r\n", "T", "c", "3"},
+        Encoded{"loneCr", "[S]\ra=1\r[T]\rc=3\r", "T", "c", "3"},
+        Encoded{"mixedLineEnds", "[S]\r\na=1\n\r[T]\rc=3", "T", "c", "3"},
+        Encoded{"utf8MarkSkipped", "\xEF\xBB\xBF[S]\r\na=1\r\n", "S", "a", "1"},
+        Encoded{"invalidUtf8IsCp1252", "[S]\n\xE9=\x80 \xC0\x81\n", "S", "\u00C9",
+                "\u20AC \u00C0\u0081"},
+        Encoded{"cp1252BehindUtf8Mark", "\xEF\xBB\xBF[S]\nk=caf\xE9\n", "S", "k", "caf\u00E9"},
+        Encoded{"utf16WithMark", utf16File("[S]\r\nk=\u00D6l \u20AC\r\n"), "s", "K",
+                "\u00D6l \u20AC"},
+        Encoded{"utf16OddLastByteIgnored", utf16File("[S]\nk=v") + 'x', "S", "k", "v"},
+        Encoded{"ctrlZEndsFile", "[S]\nk=v\x1A", "S", "k", "v"},
+        Encoded{"ctrlZEndsUtf16File", utf16File("[S]\nk=v\x1A"), "S", "k", "v"},
+        Encoded{"longNames", "[" + kLong.toUtf8() + "]\n" + kLong.toUtf8() + "=v\n", kLong, kLong,
+                "v"},
+        Encoded{"byteOrderMarkCharIsText", "[\xEF\xBB\xBFS]\n\xEF\xBB\xBFk=\xEF\xBB\xBFv\n",
+                QStringLiteral("\uFEFFS"), QStringLiteral("\uFEFFk"), QStringLiteral("\uFEFFv")}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(ProfileReadInt, LeadingNumber) {
     const QString path = kFixtures + "layout.ini";
