@@ -1,13 +1,16 @@
 #include "MainWindowEvents.h"
 
+#include <QComboBox>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 
 #include "CPLinks.h"
+#include "EntryFormEvents.h"
 #include "FrmOrq.h"
 #include "LinkTextBox.h"
+#include "OperatorChoice.h"
 #include "RunControl.h"
 #include "ShowHideOrq.h"
 #include "StatusEvents.h"
@@ -55,12 +58,17 @@ void wireFrmOrq(FrmOrq& form) {
     QObject::connect(form.cmdStartPauseResume, &QPushButton::clicked, &form,
                      &cmdStartPauseResume_Click);
     QObject::connect(form.cmdStop, &QPushButton::clicked, &form, &cmdStop_Click);
+    QObject::connect(form.cmdRnTblAdd, &QPushButton::clicked, &form, &cmdRnTblAdd_Click);
+    QObject::connect(form.cboOperator, &QComboBox::currentIndexChanged, &form, [](int index) {
+        if (index >= 0) cboOperator_Click();
+    });
     QObject::connect(form.txtSubDir, &QLineEdit::textChanged, &form, &txtSubDir_Change);
     form.txtSubDir->installEventFilter(new SubDirectoryEvents(form.txtSubDir));
 }
 
 void installEventWiring() {
     setFrmOrqLoader(&loadFrmOrq);
+    installEntryFormWiring();
     CPLinks& links = cpLinks();
     const char* wired = "sidekinEventsWired";
     if (links.property(wired).toBool()) return;

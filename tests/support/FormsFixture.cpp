@@ -1,6 +1,7 @@
 #include "FormsFixture.h"
 
 #include "CPLinks.h"
+#include "EntryForms.h"
 #include "FrmOrq.h"
 #include "ItemFeed.h"
 #include "MainWindowEvents.h"
@@ -21,8 +22,10 @@ void FormsFixture::TearDown() {
 void FormsFixture::unloadForms() {
     itemfeed::reset();
     unloadCPLinks();
+    unloadEntryForms();
     unloadFrmORQ();
     setFrmOrqLoader(nullptr);
+    setEntryFormLoaders(nullptr, nullptr);
 }
 
 }  // namespace sidekin::test

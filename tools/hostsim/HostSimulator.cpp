@@ -283,6 +283,7 @@ std::optional<QString> HostSimulator::evaluate(const Call& call, QString* error)
     if (call.function == u"TestForDevice" || call.function == u"MyTestForDevice") {
         QString device = call.args[0].text.trimmed();
         if (device.startsWith(u"RC", Qt::CaseInsensitive)) device = device.mid(2);
+        if (!config_.deviceAnswer.isEmpty()) return config_.deviceAnswer;
         return flag(config_.model != u"none" && device == config_.model);
     }
     if (call.function == u"ORQGetInjectorVialRange$") {

@@ -147,6 +147,7 @@ bool loadConfig(const QString& file, SimConfig& config, QString* error) {
     number("Instrument", "FrontCapacity", config.frontCapacity);
     number("Instrument", "BackCapacity", config.backCapacity);
     flag("Instrument", "RangeNeedsMethod", config.rangeNeedsMethod);
+    if (auto v = read("Instrument", "DeviceAnswer")) config.deviceAnswer = v->trimmed();
 
     if (auto v = read("Run", "Seconds")) {
         bool ok = false;

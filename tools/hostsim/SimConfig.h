@@ -42,6 +42,7 @@ struct SimConfig {
     int frontCapacity = 8;
     int backCapacity = 100;
     bool rangeNeedsMethod = false;  // the range question answers "0,0" until a method is loaded
+    QString deviceAnswer;           // when set, every device test answers this text instead
     double runSeconds = 10.0;
     int publishMs = 250;
     Faults faults;

@@ -1,0 +1,100 @@
+// The entry forms against the host simulator process: from a method chosen to
+// the vial list filled, per attached sampler; and one Add of 99 counter-named
+// injections into run tables of growing size.
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <cstdio>
+
+#include "AppState.h"
+#include "BenchSupport.h"
+#include "EntryFormProcedures.h"
+#include "EntryForms.h"
+#include "FlexGridView.h"
+#include "FrmOrq.h"
+#include "G11n.h"
+#include "MethodSelection.h"
+#include "platform/ProfileFile.h"
+
+using namespace sidekin;
+using namespace sidekin::bench;
+
+namespace {
+
+double ms(Steady::time_point from, Steady::time_point to) {
+    return std::chrono::duration<double, std::milli>(to - from).count();
+}
+
+bool connectAsTraining(const HostProcess& host, ProgramSession& session) {
+    if (!session.connect(host, false)) return false;
+    frmORQ().cboOperator->setCurrentText(QStringLiteral("Training"));
+    return true;
+}
+
+void methodToVials(const char* model, int rounds) {
+    HostProcess host({"--model", model});
+    ProgramSession session;
+    if (!connectAsTraining(host, session)) {
+        std::printf("%-5s: no connection\n", model);
+        return;
+    }
+    FrmRnTblAdd& form = frmRnTblAdd();
+    form.cboSample->setCurrentText(QStringLiteral("Solvent Blank"));
+    form.cboMethod->setCurrentText(QStringLiteral("FRONTSTD"));
+    std::vector<double> times;
+    for (int i = 0; i < rounds; ++i) {
+        const auto start = Steady::now();
+        MethodClick(form);
+        times.push_back(ms(start, Steady::now()));
+    }
+    const Stats s = summarize(times);
+    std::printf("%-5s %6zu %8.3f %8.3f %8.3f %8.3f  %d entries, %d unexpected boxes\n", model,
+                s.count, s.min, s.median, s.p99, s.max, form.cboVialNum->count(),
+                int(session.dialogs.unexpected.size()));
+}
+
+void fillTable(int rows) {
+    FlexGrid& grid = frmORQ().fgrdRunTable->grid();
+    for (int row = 1; row <= rows; ++row) {
+        const QString name = QStringLiteral("R%1").arg(row, 5, 10, QLatin1Char('0'));
+        grid.AddItem(QStringList{QString::number(row), "Solvent Blank", "FRONTSTD", "S",
+                                 GetResourceString(17044), "1", name, "", "", ""}
+                         .join(QLatin1Char('\t')));
+    }
+}
+
+void addInjections(int tableRows) {
+    HostProcess host;
+    ProgramSession session;
+    if (!connectAsTraining(host, session)) {
+        std::printf("%6d: no connection\n", tableRows);
+        return;
+    }
+    fillTable(tableRows);
+    FrmRnTblAdd& form = frmRnTblAdd();
+    form.cboSample->setCurrentText(QStringLiteral("Solvent Blank"));
+    form.cboMethod->setCurrentText(QStringLiteral("FRONTSTD"));
+    form.txtSampleID->setText(QStringLiteral("S1"));
+    form.cboInjVial->setEditText(QStringLiteral("99"));
+    const int before = frmORQ().fgrdRunTable->grid().Rows();
+    const auto start = Steady::now();
+    cmdAdd_Click();
+    const double total = ms(start, Steady::now());
+    const int added = frmORQ().fgrdRunTable->grid().Rows() - before;
+    std::printf("%6d %6d %10.1f %10.3f  %d unexpected boxes\n", tableRows, added, total,
+                total / added, int(session.dialogs.unexpected.size()));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    prepareEnvironment();
+    QApplication app(argc, argv);
+    std::printf("Method chosen to vial list filled (MethodClick), ms\n");
+    std::printf("model  count      min   median      p99      max\n");
+    for (const char* model : {"4410", "4420", "4430", "none"}) methodToVials(model, 200);
+    std::printf("\ncmdAdd_Click of 99 counter-named injections, ms\n");
+    std::printf("  rows  added      total    per row\n");
+    for (int rows : {0, 1000, 10000}) addInjections(rows);
+    return 0;
+}

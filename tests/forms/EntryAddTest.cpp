@@ -1,0 +1,249 @@
+// The Add form: checks before a row enters the table, additions, field limits, help.
+#include <QDir>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include "AppState.h"
+#include "EntryFixture.h"
+#include "FlexGridView.h"
+#include "FrmOrq.h"
+#include "Profile.h"
+
+using namespace sidekin;
+using namespace sidekin::test;
+
+namespace {
+
+class EntryAddTest : public EntryFixture {
+protected:
+    FrmRnTblAdd& form() { return frmRnTblAdd(); }
+    FlexGrid& grid() { return frmORQ().fgrdRunTable->grid(); }
+    QStringList column(int col) {
+        QStringList cells;
+        for (int r = 1; r < grid().Rows(); ++r) cells << grid().TextMatrix(r, col);
+        return cells;
+    }
+    void ready(const QString& sample, const QString& method, const QString& count) {
+        choose(form(), sample, method);
+        form().txtSampleID->setText("S1");
+        form().cboInjVial->setEditText(count);
+        dialogs.shown.clear();
+    }
+    QString box(int title, int id, const char* token = nullptr, const QString& value = {}) const {
+        return text(title) + ": " + message(id, token, value);
+    }
+};
+
+TEST_F(EntryAddTest, EachPressReportsOnlyTheFirstFault) {
+    connect();
+    QDir(App.GlblOrqDir).mkdir("BUSY");  // the host cannot create a file of this name
+    addRun("FRONTSTD", 17044, "1", "TAKEN");
+    FrmRnTblAdd& f = form();
+    QWidget* stays = nullptr;
+    const struct {
+        std::function<void()> change;
+        QString box;
+        QWidget* focus;
+    } steps[] = {
+        {[] {}, box(17264, 17208), stays},
+        {[&] { f.cboSample->setCurrentText("Calibration Mix"); }, box(17264, 17209), stays},
+        {[&] { f.cboMethod->setCurrentText("FRONTSTD"); }, box(17264, 17210), f.txtSampleID},
+        {[&] { f.txtSampleID->setText("S1"), f.txtDataFile->setText("   "); }, box(17264, 17211),
+         stays},
+        {[&] { f.txtDataFile->setText("BUSY"); }, box(17260, 17212), f.txtDataFile},
+        {[&] { f.txtDataFile->setText("TAKEN"); }, box(17263, 17213), f.txtDataFile},
+        {[&] { f.txtDataFile->setText("FREE"), f.txtSampleAmt->setText("abc"); }, box(17260, 17229),
+         f.txtSampleAmt},
+        {[&] { f.txtSampleAmt->setText(" 0 "), f.txtISTDAmt->setText("-1"); }, box(17260, 17230),
+         f.txtISTDAmt},
+        {[&] { f.txtISTDAmt->setText("3.402823E+38"); }, box(17260, 17230), f.txtISTDAmt},
+    };
+    f.cboInjVial->setEditText("1");
+    f.show();
+    for (const auto& step : steps) {
+        step.change();
+        dialogs.shown.clear();
+        QWidget* before = f.focusWidget();
+        f.cmdAdd->click();
+        EXPECT_EQ(boxes(), QStringList{step.box});
+        EXPECT_EQ(f.focusWidget(), step.focus ? step.focus : before) << step.box.toStdString();
+    }
+    EXPECT_EQ(grid().Rows(), 2);
+    f.txtISTDAmt->setText("1E38");
+    f.cboInjVial->setEditText("1");  // the method's default was 3
+    dialogs.shown.clear();
+    f.cmdAdd->click();
+    EXPECT_TRUE(dialogs.shown.empty());
+    EXPECT_EQ(column(6), (QStringList{"TAKEN", "FREE"}));
+}
+
+TEST_F(EntryAddTest, CounterPairTakesOneNamePerInjection) {
+    connect();
+    ready("Solvent Blank", "FRONTSTD", "3");
+    addRun("FRONTSTD", 17044, "1", "BLKF000001");  // a name the counter will meet
+    form().cmdAdd->click();
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_EQ(column(6), (QStringList{"BLKF000001", "BLKF000000", "BLKF000002", "BLKF000003"}));
+    EXPECT_EQ(column(0), (QStringList{"1", "2", "3", "4"}));
+    EXPECT_EQ(form().txtDataFile->text(), "BLKF000004");
+    EXPECT_TRUE(form().txtDataFile->isReadOnly());
+    EXPECT_EQ(GetPvtProfileStr("Solvent Blank,FRONTSTD", "DataFile", App.GlblIniFile), "BLKF,4");
+    EXPECT_EQ(grid().RowSel(), 4);
+}
+
+TEST_F(EntryAddTest, ManualPairPromptsForEachFurtherName) {
+    connect();
+    ready("Calibration Mix", "FRONTSTD", "3");
+    form().txtSampleInfo->setPlainText("a\tb");
+    dialogs.answerInput("CAL02");
+    dialogs.answerInput("CAL03");
+    form().cmdAdd->click();
+    const QString title = text(17121);
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<Shown>{{Shown::Input, BoxStyle::Plain,
+                                   message(17120, "<NUMBER1>", "2", "<NUMBER2>", "3"), title},
+                                  {Shown::Input, BoxStyle::Plain,
+                                   message(17120, "<NUMBER1>", "3", "<NUMBER2>", "3"), title}}));
+    EXPECT_EQ(column(6), (QStringList{"CAL01", "CAL02", "CAL03"}));
+    EXPECT_EQ(column(9).first(), "a       b");
+    EXPECT_EQ(form().txtSampleInfo->toPlainText(), "a\tb");
+    FrmOrq& orq = frmORQ();
+    for (QWidget* w :
+         {static_cast<QWidget*>(orq.cmdRnTblEdit), static_cast<QWidget*>(orq.cmdRnTblDel),
+          static_cast<QWidget*>(orq.cmdStartPauseResume), static_cast<QWidget*>(orq.cmdRnTblPrint)})
+        EXPECT_TRUE(w->isEnabled()) << w->objectName().toStdString();
+    EXPECT_FALSE(orq.txtSubDir->isHidden());
+}
+
+TEST_F(EntryAddTest, RefusedAndCancelledPromptsEndTheAddition) {
+    connect();
+    ready("Calibration Mix", "FRONTSTD", "2");
+    for (const char* answer : {"CAL01", "bad*", ""}) dialogs.answerInput(answer);
+    form().cmdAdd->click();
+    EXPECT_EQ(boxes(), (QStringList{box(17263, 17213), box(17260, 17225)}));
+    EXPECT_EQ(column(6), QStringList{"CAL01"});
+    EXPECT_EQ(form().txtDataFile->text(), "CAL01");
+
+    dialogs.shown.clear();
+    for (int i = 0; i < 6; ++i) dialogs.answerInput("CAL01");
+    form().txtDataFile->setText("CAL09");
+    form().cmdAdd->click();
+    EXPECT_EQ(boxes().size(), 7);
+    EXPECT_EQ(boxes().last(), box(17260, 17227));
+    EXPECT_EQ(column(6), (QStringList{"CAL01", "CAL09"}));
+}
+
+TEST_F(EntryAddTest, InjectionCounts) {
+    connect();
+    const struct {
+        const char* count;
+        QStringList boxes;
+        int rows;
+    } counts[] = {
+        {"abc", {"cmdAdd_Click: Type mismatch"}, 0},
+        {"0", {}, 0},
+        {"-1", {}, 0},
+    };
+    for (const auto& c : counts) {
+        ready("Solvent Blank", "FRONTSTD", c.count);
+        form().cmdAdd->click();
+        EXPECT_EQ(boxes(), c.boxes) << c.count;
+        EXPECT_EQ(grid().Rows() - 1, c.rows) << c.count;
+    }
+}
+
+TEST_F(EntryAddTest, FieldLimits) {
+    connect();
+    choose(form(), "Calibration Mix", "FRONTSTD");
+    FrmRnTblAdd& f = form();
+    const QString id17 = "ABCDEFGHIJKLMNOPQ";
+    const struct {
+        const char* name;
+        std::function<void(const QString&)> type;
+        std::function<QString()> read;
+        QString typed, kept;
+        QStringList boxes;
+    } limits[] = {
+        {"sample_id_17th",
+         [&](auto& t) { f.txtSampleID->setText(t); },
+         [&] { return f.txtSampleID->text(); },
+         id17,
+         id17.left(16),
+         {box(17260, 17224, "<NUMBER>", "16")}},
+        {"amount_13th_vanishes",
+         [&](auto& t) { f.txtSampleAmt->setText(t); },
+         [&] { return f.txtSampleAmt->text(); },
+         "1234567890123",
+         "123456789012",
+         {}},
+        {"amount_leading_blank_not_counted",
+         [&](auto& t) { f.txtISTDAmt->setText(t); },
+         [&] { return f.txtISTDAmt->text(); },
+         " 123456789012",
+         " 123456789012",
+         {}},
+        {"data_file_cut_at_bad_character",
+         [&](auto& t) { f.txtDataFile->setText(t); },
+         [&] { return f.txtDataFile->text(); },
+         "AB*C",
+         "AB",
+         {box(17260, 17225)}},
+        {"injections_three_digits",
+         [&](auto& t) { f.cboInjVial->setEditText(t); },
+         [&] { return f.cboInjVial->currentText(); },
+         "123",
+         "123",
+         {box(17260, 17228)}},
+        {"injections_empty",
+         [&](auto& t) { f.cboInjVial->setEditText(t); },
+         [&] { return f.cboInjVial->currentText(); },
+         "",
+         "",
+         {box(17260, 17228)}},
+    };
+    for (const auto& l : limits) {
+        dialogs.shown.clear();
+        l.type(l.typed);
+        EXPECT_EQ(l.read(), l.kept) << l.name;
+        EXPECT_EQ(boxes(), l.boxes) << l.name;
+    }
+}
+
+TEST_F(EntryAddTest, F1HelpFallsBackToEnglishThenSaysSo) {
+    connect();
+    dialogs.helpOpens = false;
+    const struct {
+        QLocale locale;
+        EntryForm* form;
+        Shown first, retry;
+    } cases[] = {
+        {QLocale(QLocale::English, QLocale::UnitedStates),
+         &frmRnTblAdd(),
+         {Shown::Help, {}, "helpenu/Zentro.chm", "662573707--v2.htm"},
+         {Shown::Help, {}, "helpenu/Zentro.chm", "662573707--v2.htm"}},
+        {QLocale(QLocale::Japanese),
+         &frmRnTblAdd(),
+         {Shown::Help, {}, "helpenu/ja/Zentro.chm", "662573707--v1.htm"},
+         {Shown::Help, {}, "helpenu/Zentro.chm", "662573707--v2.htm"}},
+        {QLocale(QLocale::German),
+         &frmRnTblEdit(),
+         {Shown::Help, {}, "helpenu/Zentro.chm", "662574987--v2.htm"},
+         {Shown::Help, {}, "helpenu/Zentro.chm", "662574987--v2.htm"}},
+    };
+    const QLocale previous;
+    for (const auto& c : cases) {
+        QLocale::setDefault(c.locale);
+        dialogs.shown.clear();
+        QTest::keyClick(c.form->txtSampleID, Qt::Key_F1);
+        EXPECT_EQ(dialogs.shown,
+                  (std::vector<Shown>{
+                      c.first, c.retry, {Shown::Box, BoxStyle::Plain, text(17324), "Error"}}));
+    }
+    QLocale::setDefault(previous);
+}
+
+}  // namespace
