@@ -167,44 +167,23 @@ TEST_F(EntryAddTest, FieldLimits) {
         std::function<QString()> read;
         QString typed, kept;
         QStringList boxes;
+        // clang-format off
     } limits[] = {
-        {"sample_id_17th",
-         [&](auto& t) { f.txtSampleID->setText(t); },
-         [&] { return f.txtSampleID->text(); },
-         id17,
-         id17.left(16),
+        {"sample_id_17th", [&](auto& t) { f.txtSampleID->setText(t); },
+         [&] { return f.txtSampleID->text(); }, id17, id17.left(16),
          {box(17260, 17224, "<NUMBER>", "16")}},
-        {"amount_13th_vanishes",
-         [&](auto& t) { f.txtSampleAmt->setText(t); },
-         [&] { return f.txtSampleAmt->text(); },
-         "1234567890123",
-         "123456789012",
-         {}},
-        {"amount_leading_blank_not_counted",
-         [&](auto& t) { f.txtISTDAmt->setText(t); },
-         [&] { return f.txtISTDAmt->text(); },
-         " 123456789012",
-         " 123456789012",
-         {}},
-        {"data_file_cut_at_bad_character",
-         [&](auto& t) { f.txtDataFile->setText(t); },
-         [&] { return f.txtDataFile->text(); },
-         "AB*C",
-         "AB",
-         {box(17260, 17225)}},
-        {"injections_three_digits",
-         [&](auto& t) { f.cboInjVial->setEditText(t); },
-         [&] { return f.cboInjVial->currentText(); },
-         "123",
-         "123",
-         {box(17260, 17228)}},
-        {"injections_empty",
-         [&](auto& t) { f.cboInjVial->setEditText(t); },
-         [&] { return f.cboInjVial->currentText(); },
-         "",
-         "",
-         {box(17260, 17228)}},
+        {"amount_13th_vanishes", [&](auto& t) { f.txtSampleAmt->setText(t); },
+         [&] { return f.txtSampleAmt->text(); }, "1234567890123", "123456789012", {}},
+        {"amount_leading_blank_not_counted", [&](auto& t) { f.txtISTDAmt->setText(t); },
+         [&] { return f.txtISTDAmt->text(); }, " 123456789012", " 123456789012", {}},
+        {"data_file_cut_at_bad_character", [&](auto& t) { f.txtDataFile->setText(t); },
+         [&] { return f.txtDataFile->text(); }, "AB*C", "AB", {box(17260, 17225)}},
+        {"injections_three_digits", [&](auto& t) { f.cboInjVial->setEditText(t); },
+         [&] { return f.cboInjVial->currentText(); }, "123", "123", {box(17260, 17228)}},
+        {"injections_empty", [&](auto& t) { f.cboInjVial->setEditText(t); },
+         [&] { return f.cboInjVial->currentText(); }, "", "", {box(17260, 17228)}},
     };
+    // clang-format on
     for (const auto& l : limits) {
         dialogs.shown.clear();
         l.type(l.typed);
@@ -220,20 +199,17 @@ TEST_F(EntryAddTest, F1HelpFallsBackToEnglishThenSaysSo) {
         QLocale locale;
         EntryForm* form;
         Shown first, retry;
+        // clang-format off
     } cases[] = {
-        {QLocale(QLocale::English, QLocale::UnitedStates),
-         &frmRnTblAdd(),
-         {Shown::Help, {}, "helpenu/Zentro.chm", "662573707--v2.htm"},
-         {Shown::Help, {}, "helpenu/Zentro.chm", "662573707--v2.htm"}},
-        {QLocale(QLocale::Japanese),
-         &frmRnTblAdd(),
-         {Shown::Help, {}, "helpenu/ja/Zentro.chm", "662573707--v1.htm"},
-         {Shown::Help, {}, "helpenu/Zentro.chm", "662573707--v2.htm"}},
-        {QLocale(QLocale::German),
-         &frmRnTblEdit(),
-         {Shown::Help, {}, "helpenu/Zentro.chm", "662574987--v2.htm"},
-         {Shown::Help, {}, "helpenu/Zentro.chm", "662574987--v2.htm"}},
+        {QLocale(QLocale::English, QLocale::UnitedStates), &frmRnTblAdd(), {Shown::Help, {},
+         "helpenu/Zentro.chm", "662573707--v2.htm"}, {Shown::Help, {}, "helpenu/Zentro.chm",
+         "662573707--v2.htm"}},
+        {QLocale(QLocale::Japanese), &frmRnTblAdd(), {Shown::Help, {}, "helpenu/ja/Zentro.chm",
+         "662573707--v1.htm"}, {Shown::Help, {}, "helpenu/Zentro.chm", "662573707--v2.htm"}},
+        {QLocale(QLocale::German), &frmRnTblEdit(), {Shown::Help, {}, "helpenu/Zentro.chm",
+         "662574987--v2.htm"}, {Shown::Help, {}, "helpenu/Zentro.chm", "662574987--v2.htm"}},
     };
+    // clang-format on
     const QLocale previous;
     for (const auto& c : cases) {
         QLocale::setDefault(c.locale);

@@ -71,6 +71,7 @@ TEST_F(EntryEditTest, ReplaceKeepsOrRenewsTheName) {
         const char* name;
         std::function<void(EntryEditTest&)> change;
         QString dataFile, counter;
+        // clang-format off
     } cases[] = {
         {"unchanged_counter_row_keeps_name",
          [](auto&) { frmRnTblEdit().txtSampleID->setText("S2"); }, "BLKF000000", "BLKF,2"},
@@ -83,6 +84,7 @@ TEST_F(EntryEditTest, ReplaceKeepsOrRenewsTheName) {
         {"edited_name_differs_from_cell_takes_number",
          [](auto&) { frmRnTblEdit().txtDataFile->setText("OTHER"); }, "BLKF000002", "BLKF,3"},
     };
+    // clang-format on
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         connect();

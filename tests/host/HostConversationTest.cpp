@@ -160,18 +160,6 @@ TEST_F(HostConversationTest, WithoutHostTheOperationsReportError282) {
     EXPECT_EQ(dialogs.shown, plainBox("DDE method invoked with no channel open", "caller"));
 }
 
-TEST_F(HostConversationTest, LoadMethodReturnsOnTheHostsLoadedReport) {
-    openFeedWithStatusHandler();
-    App.GlblMethodLoaded = 1;  // an old report: cleared before the send
-    bool expired = false;
-    QTimer::singleShot(5000, &scope, [&] { expired = true, App.GlblMethodLoaded = 1; });
-    DDEExecut_LoadMethod(box, "ORQ_LoadMethod DEF");
-    EXPECT_FALSE(expired);
-    EXPECT_TRUE(cpLinks().ddeRunEngineStatus->text().startsWith("LOADED"));
-    EXPECT_EQ(App.GlblMethodLoaded, 0);
-    EXPECT_TRUE(dialogs.shown.empty());
-}
-
 TEST_F(HostConversationTest, LoadMethodWaitsWithoutLimitServingEvents) {
     host->simulator().config().faults.noLoaded = true;
     clock.stepPerWait = 600;

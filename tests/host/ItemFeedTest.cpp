@@ -70,17 +70,6 @@ protected:
     QStringList changes;
 };
 
-TEST_F(ItemFeedTest, FillArrayListsTheSixItemsPathsFirst) {
-    App.DDEItems[7] = "left alone";
-    FillArray();
-    const QStringList expected{items::DataPath,     items::InstPath,   items::MethPath,
-                               items::SystemStatus, items::StatusTime, items::RunEngine};
-    EXPECT_EQ(QStringList(App.DDEItems.begin(), App.DDEItems.begin() + 6), expected);
-    EXPECT_EQ(App.DDEItems[6], "");
-    EXPECT_EQ(App.DDEItems[7], "left alone");
-    EXPECT_EQ(App.DDEItemsLast, 5);
-}
-
 TEST_F(ItemFeedTest, StartupDeliversPathsBeforeStatusItems) {
     holdSixItems();
     recordBoxChanges();
@@ -172,19 +161,6 @@ TEST_F(ItemFeedTest, KeyCodeOutsideTheTableIsSubscriptOutOfRange) {
                                        : std::vector<Shown>{})
             << c.key;
     }
-}
-
-TEST_F(ItemFeedTest, WithoutHostNothingIsRequestedAndNoItemsArrive) {
-    host->kill();
-    OpenDDELinks();
-    EXPECT_EQ(dialogs.shown, startupBox);
-    QCoreApplication::processEvents();
-    for (QLineEdit* edit : itemBoxes())
-        EXPECT_EQ(edit->text(), "") << edit->objectName().toStdString();
-    EXPECT_EQ(App.GlblIniFile, "");
-    QString buffer = "untouched";
-    EXPECT_EQ(itemfeed::GetDDEDataBuffer(items::DataPath, buffer), 0);
-    EXPECT_EQ(itemfeed::DDE_Request(items::DataPath), 0);
 }
 
 TEST_F(ItemFeedTest, HotLinkWithoutHostShowsItsBoxAndLeavesTheWindowAlone) {

@@ -51,30 +51,6 @@ protected:
     std::unique_ptr<SimulatorProcess> host;
 };
 
-TEST_F(SimulatorLinkTest, EveryQuestionIsAnswered) {
-    EXPECT_EQ(ask(commands::TestFor4410, commands::NumberVariable), "0");
-    EXPECT_EQ(ask(commands::TestFor4420, commands::NumberVariable), "0");
-    EXPECT_EQ(ask(commands::TestFor4430, commands::NumberVariable), "1");
-    EXPECT_EQ(ask(commands::FrontTowerCapacity, commands::NumberVariable), "8");
-    EXPECT_EQ(ask(commands::InjectorVialRange(1), commands::TextVariable), "101,108");
-    EXPECT_EQ(ask(commands::InjectorVialRange(2), commands::TextVariable), "1,100");
-    EXPECT_EQ(ask(commands::CheckIfValidVial(2, 50), commands::NumberVariable), "1");
-    EXPECT_EQ(ask(commands::CheckIfValidVial(2, 150), commands::NumberVariable), "0");
-    EXPECT_TRUE(dialogs.shown.empty());
-}
-
-TEST_F(SimulatorLinkTest, NameCheckCreatesAndDeletesTheFile) {
-    const QString folder = host->configFolder() + "/";
-    EXPECT_EQ(ask(commands::NameCheckOpen(folder, "Probe"), commands::NameCheckVariable), "0");
-    EXPECT_TRUE(QFile::exists(folder + "Probe"));
-    DDEexecute(link(), commands::NameCheckClose);
-    DDEexecute(link(), commands::NameCheckDelete(folder, "Probe"));
-    EXPECT_FALSE(QFile::exists(folder + "Probe"));
-    EXPECT_EQ(
-        ask(commands::NameCheckOpen("/no/such/folder/", "Probe"), commands::NameCheckVariable),
-        "1");
-}
-
 TEST_F(SimulatorLinkTest, SocketFaultsBecomeTheLinkErrors) {
     auto channel = link::hostLink().open(host->service());
     QStringList seen;

@@ -2,6 +2,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
+#include <QSignalBlocker>
 
 #include "AppState.h"
 #include "DataFileCheck.h"
@@ -121,6 +122,7 @@ protected:
     void SetUp() override {
         FormsFixture::SetUp();
         App.GlblIniFile = config.file("ORQ.INI");
+        const QSignalBlocker setUpOnly(frmORQ().cboOperator);
         frmORQ().cboOperator->addItem("Smith");
         frmORQ().cboOperator->setCurrentIndex(0);
     }

@@ -105,7 +105,9 @@ TEST_F(StatusLabels, TranslatedCaptionsInTheLanguagesCharacterSet) {
     const QStringList cyrillic = QFontDatabase::families(QFontDatabase::Cyrillic);
     for (QLabel* label : {ready(), method()}) {
         EXPECT_EQ(label->property("fontCharset").toInt(), 204);
-        if (!cyrillic.isEmpty()) EXPECT_TRUE(cyrillic.contains(label->font().family()));
+        if (!cyrillic.isEmpty()) {
+            EXPECT_TRUE(cyrillic.contains(label->font().family()));
+        }
     }
 }
 
@@ -127,7 +129,9 @@ TEST_F(StatusLabels, FontFollowsTheCharacterSetAndKeepsSizeAndWeight) {
     label.setFont(font);
     applyFontCharset(label, 128);
     const QStringList japanese = QFontDatabase::families(QFontDatabase::Japanese);
-    if (!japanese.isEmpty()) EXPECT_TRUE(japanese.contains(label.font().family()));
+    if (!japanese.isEmpty()) {
+        EXPECT_TRUE(japanese.contains(label.font().family()));
+    }
     EXPECT_EQ(label.font().pointSizeF(), 9.75);
     EXPECT_TRUE(label.font().bold());
     for (int latinOrUnknown : {0, 238, 999, -5}) {
