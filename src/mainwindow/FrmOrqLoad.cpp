@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSignalBlocker>
 
 #include "AppState.h"
 #include "FlexGridView.h"
@@ -28,10 +29,15 @@ void Form_Load(FrmOrq& form) {
         const std::int16_t operators =
             CInt(Val(GetPvtProfileStr(profile::Operators, profile::NumOperators, App.GlblIniFile)));
         DoEvents();
-        for (std::int16_t n = 1; n <= operators; n = add16(n, 1))
-            form.cboOperator->addItem(GetPvtProfileStr(
-                profile::Operators, profile::OperatorPrefix + QString::number(n), App.GlblIniFile));
-        form.cboOperator->setCurrentIndex(-1);
+        {
+            // Filling the list is no operator's click; Qt would report the first item as one.
+            const QSignalBlocker filling(form.cboOperator);
+            for (std::int16_t n = 1; n <= operators; n = add16(n, 1))
+                form.cboOperator->addItem(GetPvtProfileStr(
+                    profile::Operators, profile::OperatorPrefix + QString::number(n),
+                    App.GlblIniFile));
+            form.cboOperator->setCurrentIndex(-1);
+        }
         SetColumnHeaders(form.fgrdRunTable->grid());
         form.lblSubDir->hide();
         form.txtSubDir->hide();

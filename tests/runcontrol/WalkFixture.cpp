@@ -39,6 +39,10 @@ void WalkFixture::connectProgram(const QString& service, const QString& configFo
     OpenDDELinks();
     ASSERT_TRUE(waitUntil([] { return !App.GlblIniFile.isEmpty() && !App.GlblDataDir.isEmpty(); }));
     ASSERT_GT(frmORQ().cboOperator->count(), 0);
+    // Filling the operator list at load is no choice: nothing opens before the operator's.
+    EXPECT_EQ(dialogs.shown,
+              (std::vector<Shown>{{Shown::Box, BoxStyle::Plain,
+                                   "DDE Initialization NOT Successful !", "VB DDE Error"}}));
     frmORQ().cboOperator->setCurrentIndex(0);
     frmORQ().txtSubDir->setText(QStringLiteral("Batch7"));
     frmORQ().cmdStartPauseResume->setEnabled(true);
