@@ -8,16 +8,11 @@
 
 #include "EntryFormProcedures.h"
 #include "EntryForms.h"
+#include "KeyAscii.h"
 
 namespace sidekin {
 
 namespace {
-
-// Return is 13 to the key press procedures, other keys their character.
-std::int16_t keyAscii(const QKeyEvent& event) {
-    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) return 13;
-    return event.text().isEmpty() ? 0 : static_cast<std::int16_t>(event.text().at(0).unicode());
-}
 
 // A field's key presses reach its procedure and then the field itself.
 class FieldKeys : public QObject {

@@ -9,6 +9,7 @@
 #include "CPLinks.h"
 #include "EntryFormEvents.h"
 #include "FrmOrq.h"
+#include "KeyAscii.h"
 #include "LinkTextBox.h"
 #include "OperatorChoice.h"
 #include "RunControl.h"
@@ -20,12 +21,6 @@
 namespace sidekin {
 
 namespace {
-
-// The legacy key code of a key press: Return is 13, other keys their character.
-std::int16_t keyAscii(const QKeyEvent& event) {
-    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter) return 13;
-    return event.text().isEmpty() ? 0 : static_cast<std::int16_t>(event.text().at(0).unicode());
-}
 
 // Key presses and focus loss of txtSubDir reach their procedures; nothing is swallowed.
 class SubDirectoryEvents : public QObject {
