@@ -19,7 +19,10 @@ if ((${#missing[@]})); then
 fi
 
 build=${BUILD_DIR:-build}
-cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DSIDEKIN_WERROR="${SIDEKIN_WERROR:-OFF}" >/dev/null
+options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo)
+# Only when asked: the demo after a test run reuses the test build as it is.
+[ -n "${SIDEKIN_WERROR:-}" ] && options+=(-DSIDEKIN_WERROR="$SIDEKIN_WERROR")
+cmake -S . -B "$build" "${options[@]}" >/dev/null
 targets=()
 for t in "$@"; do targets+=(--target "$t"); done
 cmake --build "$build" -j"$(nproc)" "${targets[@]}"
