@@ -8,11 +8,13 @@
 
 #include "CPLinks.h"
 #include "EntryFormEvents.h"
+#include "FlexGridView.h"
 #include "FrmOrq.h"
 #include "KeyAscii.h"
 #include "LinkTextBox.h"
 #include "OperatorChoice.h"
 #include "RunControl.h"
+#include "RunTableCommands.h"
 #include "ShowHideOrq.h"
 #include "StatusEvents.h"
 #include "SubDirectory.h"
@@ -54,6 +56,8 @@ void wireFrmOrq(FrmOrq& form) {
                      &cmdStartPauseResume_Click);
     QObject::connect(form.cmdStop, &QPushButton::clicked, &form, &cmdStop_Click);
     QObject::connect(form.cmdRnTblAdd, &QPushButton::clicked, &form, &cmdRnTblAdd_Click);
+    QObject::connect(form.cmdRnTblEdit, &QPushButton::clicked, &form, &cmdRnTblEdit_Click);
+    QObject::connect(form.fgrdRunTable, &FlexGridView::DblClick, &form, &fgrdRunTable_DblClick);
     QObject::connect(form.cboOperator, &QComboBox::currentIndexChanged, &form, [](int index) {
         if (index >= 0) cboOperator_Click();
     });

@@ -128,3 +128,31 @@ TEST_F(EntryEditTest, RefusedReplaceResetsInjectionsOnly) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST_F(EntryEditTest, EditOpensOnlyOnARowStillToCome) {
+    connect();
+    choose(frmRnTblAdd(), "Solvent Blank", "FRONTSTD");
+    frmRnTblAdd().txtSampleID->setText("S1");
+    frmRnTblAdd().cboInjVial->setEditText("2");
+    frmRnTblAdd().cmdAdd->click();
+    App.GlblCurrentRun = 1;
+    const Shown edit{Shown::Modal, {}, {}, {}};
+    const Shown refused{Shown::Box, BoxStyle::ExclamationOk, text(17203), text(17262)};
+    for (auto [row, expected] : {std::pair{1, refused}, {2, edit}}) {
+        SelectRunTableRow(grid(), static_cast<std::int16_t>(row));
+        dialogs.shown.clear();
+        App.GlblEditOpen = 0;
+        emit frmORQ().fgrdRunTable->DblClick();  // a table with runs opens Edit
+        EXPECT_EQ(dialogs.shown, std::vector<Shown>{expected}) << row;
+        EXPECT_EQ(App.GlblEditOpen, row == 2 ? 1 : 0) << row;
+    }
+    frmORQ().cmdRnTblEdit->setEnabled(false);  // as during a run: nothing at all
+    dialogs.shown.clear();
+    frmORQ().cmdRnTblEdit->click();
+    emit frmORQ().fgrdRunTable->DblClick();
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+}  // namespace
