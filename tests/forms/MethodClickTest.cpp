@@ -105,9 +105,9 @@ protected:
     QString shown(const QString& entry) const {
         return entry.startsWith('@') ? text(entry.mid(1).toInt()) : entry;
     }
-    QString box(const QString& spec) const {
-        if (!spec.contains('|')) return spec;
-        const QStringList parts = spec.split('|');
+    QString box(const QString& boxRow) const {
+        if (!boxRow.contains('|')) return boxRow;
+        const QStringList parts = boxRow.split('|');
         QString body = text(parts[1].toInt());
         for (const QString& token : parts.mid(2))
             body.replace(token.section('=', 0, 0), token.section('=', 1));
