@@ -12,7 +12,6 @@
 #include "FrmOrq.h"
 #include "InProcessHost.h"
 #include "ItemFeed.h"
-#include "StartupFixture.h"
 #include "platform/RuntimeError.h"
 
 namespace sidekin::test {
