@@ -27,6 +27,10 @@ inline const QString SampleISTDEnable = QStringLiteral("SampleISTDEnable");
 inline const QString InfoLine = QStringLiteral("InfoLine");
 inline const QString VialNumDefault = QStringLiteral("VialNumDefault");
 inline const QString InjVialDefault = QStringLiteral("InjVialDefault");
+inline const QString InstructPath = QStringLiteral("InstructPath");
+inline const QString InstructFile = QStringLiteral("InstructFile");
+// The text shown by Instructions while the table is empty, in the program folder.
+inline const QString OrqInitialFile = QStringLiteral("ORQInitial.txt");
 
 // injector.mth in a method's folder.
 inline const QString InjectorFileName = QStringLiteral("injector.mth");

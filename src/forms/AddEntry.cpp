@@ -15,6 +15,7 @@
 #include "FlexGridView.h"
 #include "FrmOrq.h"
 #include "G11n.h"
+#include "Help.h"
 #include "MethodSelection.h"
 #include "Profile.h"
 #include "RunTable.h"
@@ -24,8 +25,6 @@
 #include "platform/LegacyText.h"
 #include "platform/ListControls.h"
 #include "platform/OperatorDialogs.h"
-#include "platform/Paths.h"
-#include "platform/SystemLocale.h"
 
 namespace sidekin {
 
@@ -139,26 +138,10 @@ void btnClose_Click(EntryForm& form) {
 
 void Form_KeyDown(EntryForm& form, int keyCode) {
     if (keyCode != 112) return;
-    const QString english = QStringLiteral("helpenu\\Zentro.chm");
-    const QString topic =
-        isEdit(form) ? QStringLiteral("662574987--v") : QStringLiteral("662573707--v");
-    QString file = english;
-    QString version = QStringLiteral("2.htm");
-    switch (GetSystemDefaultLCID()) {
-        case 1041:
-            file = QStringLiteral("helpenu\\ja\\Zentro.chm");
-            version = QStringLiteral("1.htm");
-            break;
-        case 2052:
-            file = QStringLiteral("helpenu\\zh-CHS\\Zentro.chm");
-            version = QStringLiteral("1.htm");
-            break;
-        default:
-            break;
-    }
-    if (dialogs().showHelp(nativePath(file), topic + version)) return;
-    if (dialogs().showHelp(nativePath(english), topic + QStringLiteral("2.htm"))) return;
-    dialogs().messageBox(BoxStyle::Plain, GetResourceString(17324), QStringLiteral("Error"));
+    if (isEdit(form))
+        showHelpTopic(QStringLiteral("662574987--v1.htm"), QStringLiteral("662574987--v2.htm"));
+    else
+        showHelpTopic(QStringLiteral("662573707--v1.htm"), QStringLiteral("662573707--v2.htm"));
 }
 
 void Form_Load(FrmRnTblAdd& form) {

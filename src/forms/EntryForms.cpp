@@ -9,7 +9,7 @@
 #include <QStyle>
 #include <memory>
 
-#include "G11n.h"
+#include "Captions.h"
 #include "platform/Screen.h"
 
 namespace sidekin {
@@ -28,9 +28,8 @@ Control* make(QWidget* parent, const char* name) {
     return control;
 }
 
-QLabel* label(QWidget* parent, const char* name, int captionId, QWidget* buddy) {
+QLabel* label(QWidget* parent, const char* name, QWidget* buddy) {
     auto* l = make<QLabel>(parent, name);
-    l->setText(GetResourceString(captionId));
     l->setBuddy(buddy);  // the access key moves to the field
     l->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return l;
@@ -46,9 +45,8 @@ void chain(std::initializer_list<QWidget*> order) {
 
 }  // namespace
 
-EntryForm::EntryForm(const char* name, int titleId, int heightTwips) {
+EntryForm::EntryForm(const char* name, int heightTwips) {
     setObjectName(QLatin1String(name));
-    setWindowTitle(GetResourceString(titleId));
     setFixedSize(twipsToPixelsX(7185), twipsToPixelsY(heightTwips));
 
     cboSample = make<QComboBox>(this, "cboSample");
@@ -65,15 +63,15 @@ EntryForm::EntryForm(const char* name, int titleId, int heightTwips) {
     txtSampleAmt = make<QLineEdit>(this, "txtSampleAmt");
     txtISTDAmt = make<QLineEdit>(this, "txtISTDAmt");
 
-    lblSample = label(this, "lblSample", 17050, cboSample);
-    lblMethod = label(this, "lblMethod", 17051, cboMethod);
-    lblSampleID = label(this, "lblSampleID", 17052, txtSampleID);
-    lblDataFile = label(this, "lblDataFile", 17053, txtDataFile);
-    lblSampleInfo = label(this, "lblSampleInfo", 17054, txtSampleInfo);
-    lblInjVial = label(this, "lblInjVial", 17055, cboInjVial);
-    lblSampleAmt = label(this, "lblSampleAmt", 17056, txtSampleAmt);
-    lblISTDAmt = label(this, "lblISTDAmt", 17057, txtISTDAmt);
-    lblVial = label(this, "lblVial", 17058, cboVialNum);
+    lblSample = label(this, "lblSample", cboSample);
+    lblMethod = label(this, "lblMethod", cboMethod);
+    lblSampleID = label(this, "lblSampleID", txtSampleID);
+    lblDataFile = label(this, "lblDataFile", txtDataFile);
+    lblSampleInfo = label(this, "lblSampleInfo", txtSampleInfo);
+    lblInjVial = label(this, "lblInjVial", cboInjVial);
+    lblSampleAmt = label(this, "lblSampleAmt", txtSampleAmt);
+    lblISTDAmt = label(this, "lblISTDAmt", txtISTDAmt);
+    lblVial = label(this, "lblVial", cboVialNum);
 
     txtInjType = make<QLineEdit>(this, "txtInjType");
     txtInjType->setFocusPolicy(Qt::NoFocus);
@@ -94,7 +92,7 @@ EntryForm::EntryForm(const char* name, int titleId, int heightTwips) {
     bold.setBold(true);
     txtInfoLine->setFont(bold);
 
-    btnClose = button("btnClose", 17064);
+    btnClose = button("btnClose");
 }
 
 void EntryForm::place(QWidget* control, int left, int top, int width, int height) {
@@ -102,9 +100,8 @@ void EntryForm::place(QWidget* control, int left, int top, int width, int height
                          twipsToPixelsY(height));
 }
 
-QLabel* EntryForm::heading(const char* name, int captionId) {
+QLabel* EntryForm::heading(const char* name) {
     auto* l = make<QLabel>(this, name);
-    l->setText(GetResourceString(captionId));
     l->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     QFont font = l->font();
     font.setBold(true);
@@ -113,17 +110,16 @@ QLabel* EntryForm::heading(const char* name, int captionId) {
     return l;
 }
 
-QPushButton* EntryForm::button(const char* name, int captionId) {
+QPushButton* EntryForm::button(const char* name) {
     auto* b = make<QPushButton>(this, name);
-    b->setText(GetResourceString(captionId));
     b->setAutoDefault(false);
     return b;
 }
 
-FrmRnTblAdd::FrmRnTblAdd() : EntryForm("frmRnTblAdd", 17070, 4110) {
-    lblAddEntry = heading("lblAddEntry", 17071);
-    btnClear = button("btnClear", 17072);
-    cmdAdd = button("cmdAdd", 17073);
+FrmRnTblAdd::FrmRnTblAdd() : EntryForm("frmRnTblAdd", 4110) {
+    lblAddEntry = heading("lblAddEntry");
+    btnClear = button("btnClear");
+    cmdAdd = button("cmdAdd");
 
     place(lblAddEntry, 1620, 0, 3930, 285);
     place(lblSample, 90, 360, 1335, 240);
@@ -153,13 +149,14 @@ FrmRnTblAdd::FrmRnTblAdd() : EntryForm("frmRnTblAdd", 17070, 4110) {
 
     chain({cboSample, cboMethod, txtSampleID, txtDataFile, txtSampleInfo, cboVialNum, cboInjVial,
            txtSampleAmt, txtISTDAmt, btnClear, cmdAdd, btnClose});
+    applyDesignCaptions(*this);
 }
 
-FrmRnTblEdit::FrmRnTblEdit() : EntryForm("frmRnTblEdit", 17080, 4080) {
-    lblEditEntry = heading("lblEditEntry", 17081);
-    btnPrevious = button("btnPrevious", 17082);
-    btnNext = button("btnNext", 17083);
-    btnReplace = button("btnReplace", 17084);
+FrmRnTblEdit::FrmRnTblEdit() : EntryForm("frmRnTblEdit", 4080) {
+    lblEditEntry = heading("lblEditEntry");
+    btnPrevious = button("btnPrevious");
+    btnNext = button("btnNext");
+    btnReplace = button("btnReplace");
     lblInjVial->hide();
     cboInjVial->hide();
     cboInjVial->setFocusPolicy(Qt::NoFocus);
@@ -193,6 +190,7 @@ FrmRnTblEdit::FrmRnTblEdit() : EntryForm("frmRnTblEdit", 17080, 4080) {
 
     chain({cboSample, cboMethod, txtSampleID, txtDataFile, txtSampleInfo, cboVialNum, txtSampleAmt,
            txtISTDAmt, btnPrevious, btnNext, btnReplace, btnClose});
+    applyDesignCaptions(*this);
 }
 
 FrmRnTblAdd& frmRnTblAdd() {

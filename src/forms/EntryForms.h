@@ -45,12 +45,12 @@ public:
     QString PreviousSample;
 
 protected:
-    EntryForm(const char* name, int titleId, int heightTwips);
+    EntryForm(const char* name, int heightTwips);
     // Places a control at its design position, in twips.
     static void place(QWidget* control, int left, int top, int width, int height);
     // A centred bold 12-point heading.
-    QLabel* heading(const char* name, int captionId);
-    QPushButton* button(const char* name, int captionId);
+    QLabel* heading(const char* name);
+    QPushButton* button(const char* name);
 };
 
 class FrmRnTblAdd : public EntryForm {

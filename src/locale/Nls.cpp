@@ -156,6 +156,16 @@ QString nlsLanguage() {
 
 void setNlsLanguage(const QString& language) { library().languageOverride = language; }
 
+QString englishText(std::int32_t id) {
+    static const QHash<std::int32_t, QString> english = [] {
+        registerEmbeddedTables();
+        QFile file(QStringLiteral(":/texts/en.txt"));
+        return file.open(QIODevice::ReadOnly) ? parseTable(file.readAll())
+                                              : QHash<std::int32_t, QString>{};
+    }();
+    return english.value(id);
+}
+
 void resetNls() { library() = Library{}; }
 
 }  // namespace sidekin

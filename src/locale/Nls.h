@@ -22,6 +22,10 @@ std::int32_t NLSLoadStringW(std::int32_t handle, std::int32_t id, char16_t* buff
 QString nlsLanguage();
 // Overrides the language for the next NLSInit; an empty text restores the default rule.
 void setNlsLanguage(const QString& language);
+// The built-in English text of id, whatever language is in use: the forms'
+// design captions.
+QString englishText(std::int32_t id);
+
 // Forgets the open table, as a fresh process has none.
 void resetNls();
 

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <memory>
 
+#include "Captions.h"
 #include "FlexGridView.h"
 #include "LinkTextBox.h"
 #include "platform/Screen.h"
@@ -31,69 +32,46 @@ Control* place(QWidget* parent, const char* name, int left, int top, int width, 
     return control;
 }
 
-template <typename Control>
-Control* place(QWidget* parent, const char* name, const QString& caption, int left, int top,
-               int width, int height) {
-    Control* control = place<Control>(parent, name, left, top, width, height);
-    control->setText(caption);
-    return control;
-}
-
 }  // namespace
 
 FrmOrq::FrmOrq() {
     setObjectName(QStringLiteral("frmORQ"));
-    setWindowTitle(QStringLiteral("Zentrovar Sidekin"));
     resize(twipsToPixelsX(11025), twipsToPixelsY(4335));
 
     fraRunStatus = place<QGroupBox>(this, "fraRunStatus", 270, 90, 3555, 975);
-    fraRunStatus->setTitle(QStringLiteral("Run Status"));
     fraSystemStatus = place<QGroupBox>(this, "fraSystemStatus", 3960, 90, 3150, 975);
-    fraSystemStatus->setTitle(QStringLiteral("System Status"));
     fraRunTableControl = place<QGroupBox>(this, "fraRunTableControl", 7245, 90, 3510, 975);
-    fraRunTableControl->setTitle(QStringLiteral("Run Table Control"));
 
     lblCurrentRun = place<QLabel>(fraRunStatus, "lblCurrentRun", 120, 240, 3315, 300);
     lblStatusTime = place<QLabel>(fraRunStatus, "lblStatusTime", 120, 585, 3315, 300);
     lblSysStatusReady = place<QLabel>(fraSystemStatus, "lblSysStatusReady", 120, 240, 2910, 300);
     lblSysStatusMethod = place<QLabel>(fraSystemStatus, "lblSysStatusMethod", 120, 585, 2910, 300);
-    cmdStartPauseResume = place<QPushButton>(fraRunTableControl, "cmdStartPauseResume",
-                                             QStringLiteral("&Start"), 240, 330, 1440, 420);
-    cmdStop = place<QPushButton>(fraRunTableControl, "cmdStop", QStringLiteral("Sto&p"), 1830, 330,
-                                 1440, 420);
+    cmdStartPauseResume =
+        place<QPushButton>(fraRunTableControl, "cmdStartPauseResume", 240, 330, 1440, 420);
+    cmdStop = place<QPushButton>(fraRunTableControl, "cmdStop", 1830, 330, 1440, 420);
 
-    lblRunTable =
-        place<QLabel>(this, "lblRunTable", QStringLiteral(" Run Table"), 900, 1215, 1200, 255);
-    lblOperator =
-        place<QLabel>(this, "lblOperator", QStringLiteral("&Operator :"), 2280, 1215, 1000, 255);
+    lblRunTable = place<QLabel>(this, "lblRunTable", 900, 1215, 1200, 255);
+    lblOperator = place<QLabel>(this, "lblOperator", 2280, 1215, 1000, 255);
     cboOperator = place<QComboBox>(this, "cboOperator", 3330, 1170, 2600, 315);
-    lblSubDir = place<QLabel>(this, "lblSubDir", QStringLiteral("Data S&ubdirectory :"), 6120, 1215,
-                              1650, 255);
+    lblSubDir = place<QLabel>(this, "lblSubDir", 6120, 1215, 1650, 255);
     txtSubDir = place<QLineEdit>(this, "txtSubDir", 7800, 1170, 3225, 315);
     // The captions carry access keys that move to the field beside them.
     lblOperator->setBuddy(cboOperator);
     lblSubDir->setBuddy(txtSubDir);
 
-    lblAdjRunOrder = place<QLabel>(this, "lblAdjRunOrder", QStringLiteral("   Adjust  Run   Order"),
-                                   60, 1530, 780, 735);
+    lblAdjRunOrder = place<QLabel>(this, "lblAdjRunOrder", 60, 1530, 780, 735);
     lblAdjRunOrder->setWordWrap(true);
-    cmdUp = place<QPushButton>(this, "cmdUp", QStringLiteral("\u25B2"), 240, 2340, 495, 495);
-    cmdUp->setToolTip(QStringLiteral("Move selected item up one position"));
-    cmdDown = place<QPushButton>(this, "cmdDown", QStringLiteral("\u25BC"), 240, 2940, 495, 495);
-    cmdDown->setToolTip(QStringLiteral("Move selected item down one position"));
+    cmdUp = place<QPushButton>(this, "cmdUp", 240, 2340, 495, 495);
+    cmdDown = place<QPushButton>(this, "cmdDown", 240, 2940, 495, 495);
+    cmdUp->setText(QStringLiteral("\u25B2"));
+    cmdDown->setText(QStringLiteral("\u25BC"));
 
-    cmdRnTblAdd =
-        place<QPushButton>(this, "cmdRnTblAdd", QStringLiteral("&Add Run"), 720, 3870, 1440, 375);
-    cmdRnTblEdit = place<QPushButton>(this, "cmdRnTblEdit", QStringLiteral("&Edit Run"), 2415, 3870,
-                                      1440, 375);
-    cmdInstructions = place<QPushButton>(this, "cmdInstructions", QStringLiteral("&Instructions"),
-                                         4110, 3870, 1440, 375);
-    cmdRnTblDel = place<QPushButton>(this, "cmdRnTblDel", QStringLiteral("&Delete Run"), 5790, 3870,
-                                     1440, 375);
-    cmdRnTblClear = place<QPushButton>(this, "cmdRnTblClear", QStringLiteral("&Clear All"), 7485,
-                                       3870, 1440, 375);
-    cmdRnTblPrint = place<QPushButton>(this, "cmdRnTblPrint", QStringLiteral("Print Table"), 9180,
-                                       3870, 1440, 375);
+    cmdRnTblAdd = place<QPushButton>(this, "cmdRnTblAdd", 720, 3870, 1440, 375);
+    cmdRnTblEdit = place<QPushButton>(this, "cmdRnTblEdit", 2415, 3870, 1440, 375);
+    cmdInstructions = place<QPushButton>(this, "cmdInstructions", 4110, 3870, 1440, 375);
+    cmdRnTblDel = place<QPushButton>(this, "cmdRnTblDel", 5790, 3870, 1440, 375);
+    cmdRnTblClear = place<QPushButton>(this, "cmdRnTblClear", 7485, 3870, 1440, 375);
+    cmdRnTblPrint = place<QPushButton>(this, "cmdRnTblPrint", 9180, 3870, 1440, 375);
     fgrdRunTable = place<FlexGridView>(this, "fgrdRunTable", 900, 1530, 10125, 2175);
     for (QPushButton* b :
          {cmdRnTblAdd, cmdRnTblEdit, cmdRnTblDel, cmdRnTblPrint, cmdStartPauseResume, cmdStop})
@@ -107,6 +85,7 @@ FrmOrq::FrmOrq() {
         hidden->hide();
     // Captions start at the top left, so a host text with a line end keeps its first line in view.
     for (QLabel* label : findChildren<QLabel*>()) label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    applyDesignCaptions(*this);
 }
 
 void FrmOrq::setTopTwips(float top) {

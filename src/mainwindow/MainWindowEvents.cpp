@@ -12,6 +12,7 @@
 #include "FrmOrq.h"
 #include "KeyAscii.h"
 #include "LinkTextBox.h"
+#include "MainWindowShell.h"
 #include "OperatorChoice.h"
 #include "RunControl.h"
 #include "RunTableCommands.h"
@@ -24,19 +25,50 @@ namespace sidekin {
 
 namespace {
 
-// Key presses and focus loss of txtSubDir reach their procedures; nothing is swallowed.
+// Key presses and focus loss of txtSubDir reach their procedures; nothing is
+// swallowed. Focus lost to a box, a popup or another window, or because the
+// field was disabled or hidden, is no leaving of the field by the operator.
 class SubDirectoryEvents : public QObject {
 public:
     using QObject::QObject;
-    bool eventFilter(QObject*, QEvent* event) override {
+    bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::KeyPress) {
             const std::int16_t ascii = keyAscii(*static_cast<QKeyEvent*>(event));
             if (ascii != 0) txtSubDir_KeyPress(ascii);
         } else if (event->type() == QEvent::FocusOut) {
-            txtSubDir_LostFocus();
+            const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+            const auto* field = static_cast<QWidget*>(watched);
+            if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+                field->isEnabled() && field->isVisible())
+                txtSubDir_LostFocus();
         }
         return false;
     }
+};
+
+// The window's size, its F1, and Return in the operator list.
+class FrmOrqEvents : public QObject {
+public:
+    explicit FrmOrqEvents(FrmOrq& form) : QObject(&form), form_(form) {
+        form.installEventFilter(this);
+        form.cboOperator->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == &form_ && event->type() == QEvent::Resize) Form_Resize(form_);
+        if (event->type() == QEvent::KeyPress) {
+            const int code = keyCode(*static_cast<QKeyEvent*>(event));
+            if (code == 112) {
+                Form_KeyDown(form_, code);
+                return true;
+            }
+        }
+        if (watched == form_.cboOperator && event->type() == QEvent::KeyRelease)
+            cboOperator_KeyUp(keyCode(*static_cast<QKeyEvent*>(event)));
+        return false;
+    }
+
+private:
+    FrmOrq& form_;
 };
 
 void loadFrmOrq(FrmOrq& form) {
@@ -57,12 +89,19 @@ void wireFrmOrq(FrmOrq& form) {
     QObject::connect(form.cmdStop, &QPushButton::clicked, &form, &cmdStop_Click);
     QObject::connect(form.cmdRnTblAdd, &QPushButton::clicked, &form, &cmdRnTblAdd_Click);
     QObject::connect(form.cmdRnTblEdit, &QPushButton::clicked, &form, &cmdRnTblEdit_Click);
+    QObject::connect(form.cmdRnTblDel, &QPushButton::clicked, &form, &cmdRnTblDel_Click);
+    QObject::connect(form.cmdRnTblClear, &QPushButton::clicked, &form, &cmdRnTblClear_Click);
+    QObject::connect(form.cmdInstructions, &QPushButton::clicked, &form, &cmdInstructions_Click);
+    QObject::connect(form.cmdUp, &QPushButton::clicked, &form, &cmdUp_Click);
+    QObject::connect(form.cmdDown, &QPushButton::clicked, &form, &cmdDown_Click);
     QObject::connect(form.fgrdRunTable, &FlexGridView::DblClick, &form, &fgrdRunTable_DblClick);
+    QObject::connect(form.fgrdRunTable, &FlexGridView::SelChange, &form, &fgrdRunTable_SelChange);
     QObject::connect(form.cboOperator, &QComboBox::currentIndexChanged, &form, [](int index) {
         if (index >= 0) cboOperator_Click();
     });
     QObject::connect(form.txtSubDir, &QLineEdit::textChanged, &form, &txtSubDir_Change);
     form.txtSubDir->installEventFilter(new SubDirectoryEvents(form.txtSubDir));
+    new FrmOrqEvents(form);
 }
 
 void installEventWiring() {

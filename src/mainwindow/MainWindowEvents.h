@@ -13,7 +13,6 @@ void installEventWiring();
 // frmORQ's events connected to their procedures.
 void wireFrmOrq(FrmOrq& form);
 
-void Form_Load(FrmOrq& form);
 void ddeShowORQ_Change();
 
 }  // namespace sidekin

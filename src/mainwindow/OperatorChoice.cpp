@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 #include "AppState.h"
 #include "Counters.h"
@@ -13,6 +14,8 @@
 #include "G11n.h"
 #include "MethodSelection.h"
 #include "Profile.h"
+#include "RunTableColumns.h"
+#include "RunTableCommands.h"
 #include "SubDirectory.h"
 #include "platform/ErrorHandler.h"
 
@@ -30,14 +33,31 @@ void exclaim(int messageId, int titleId) {
 void cboOperator_Click() {
     handled("cboOperator_Click", [] {
         FrmOrq& orq = frmORQ();
-        if (orq.fgrdRunTable->grid().Rows() >= 2) return;  // a change with runs comes later
-        if (orq.cboOperator->currentText().size() >= 30) return exclaim(17201, 17260);
-        SetSubDirectory();
-        InitForm(frmRnTblEdit());
-        ClearFrmRnTblAddEntries(frmRnTblAdd());
-        orq.cmdRnTblAdd->setEnabled(true);
-        cmdRnTblAdd_Click();
-        App.GlblOperator = orq.cboOperator->currentText();
+        QComboBox& list = *orq.cboOperator;
+        if (orq.fgrdRunTable->grid().Rows() < 2) {
+            if (list.currentText().size() >= 30) return exclaim(17201, 17260);
+            SetSubDirectory();
+            InitForm(frmRnTblEdit());
+            ClearFrmRnTblAddEntries(frmRnTblAdd());
+            orq.cmdRnTblAdd->setEnabled(true);
+            cmdRnTblAdd_Click();
+        } else if (list.currentText() != App.GlblOperator) {
+            if (dialogs().messageBox(BoxStyle::ExclamationYesNo, GetResourceString(17200),
+                                     GetResourceString(17260)) == BoxAnswer::Yes) {
+                cmdRnTblClear_Click();
+            } else {
+                // Going back is no operator's choice; the list then shows GlblOperator again.
+                const QSignalBlocker back(list);
+                list.setCurrentIndex(list.findText(App.GlblOperator, Qt::MatchExactly));
+            }
+        }
+        App.GlblOperator = list.currentText();
+    });
+}
+
+void cboOperator_KeyUp(int keyCode) {
+    handled("cboOperator_Keyup", [keyCode] {
+        if (keyCode == 13) cboOperator_Click();
     });
 }
 
@@ -55,6 +75,30 @@ void cmdRnTblAdd_Click() {
                 form.txtDataFile->setText(PeekNextFileName(sample, method));
         }
         dialogs().showModal(form);
+    });
+}
+
+}  // namespace sidekin
+
+namespace sidekin {
+
+void cmdInstructions_Click() {
+    handled("CmdInstructions_Click", [] {
+        FrmOrq& orq = frmORQ();
+        const FlexGrid& grid = orq.fgrdRunTable->grid();
+        if (grid.Rows() <= 1) {
+            dialogs().openDocument(profile::OrqInitialFile, App.GlblOrqDir);
+            return;
+        }
+        const int row = grid.RowSel();
+        const QString section =
+            grid.TextMatrix(row, ColSample) + QLatin1Char(',') + grid.TextMatrix(row, ColMethod);
+        const QString path = GetPvtProfileStr(section, profile::InstructPath, App.GlblIniFile);
+        const QString file = GetPvtProfileStr(section, profile::InstructFile, App.GlblIniFile);
+        if (path.trimmed() != profile::Missing || file.trimmed() != profile::Missing)
+            dialogs().openDocument(file, path);
+        else
+            exclaim(17207, 17265);
     });
 }
 

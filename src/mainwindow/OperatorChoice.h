@@ -2,8 +2,10 @@
 
 namespace sidekin {
 
-// The operator list and the Add button of frmORQ.
+// The operator list, the Add button and the Instructions button of frmORQ.
 void cboOperator_Click();
+void cboOperator_KeyUp(int keyCode);
 void cmdRnTblAdd_Click();
+void cmdInstructions_Click();
 
 }  // namespace sidekin

@@ -2,8 +2,14 @@
 
 namespace sidekin {
 
-// The main window's commands that open the entry forms on the run table.
+// The main window's commands on the run table. Rows up to the current run are
+// out of reach of each of them.
+void cmdDown_Click();
+void cmdUp_Click();
+void cmdRnTblDel_Click();
+void cmdRnTblClear_Click();
 void cmdRnTblEdit_Click();
 void fgrdRunTable_DblClick();
+void fgrdRunTable_SelChange();
 
 }  // namespace sidekin

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 
 #include "AppState.h"
+#include "EntryForms.h"
 #include "FrmOrq.h"
 #include "HostItems.h"
 #include "LinkProtocol.h"
@@ -20,8 +21,13 @@ void ShowHideOrq() {
         if (value == QLatin1String("11")) {
             if (!frmORQ().isVisible()) frmORQ().show();
         } else if (value == QLatin1String("01")) {
+            // Asking an entry form brings it into being, hidden, as its first use would.
+            if (frmRnTblAdd().isVisible()) frmRnTblAdd().hide();
+            if (frmRnTblEdit().isVisible()) frmRnTblEdit().hide();
             if (frmORQ().isVisible()) frmORQ().hide();
         } else if (value == QLatin1String("00")) {
+            frmRnTblAdd().hide();
+            frmRnTblEdit().hide();
             endProgram();
         }
     });
