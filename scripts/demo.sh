@@ -9,12 +9,12 @@ cd "$(dirname "$0")/.."
 scripts/setup.sh sidekin zentrovar-hostsim orqini
 build=$(realpath "${BUILD_DIR:-build}")
 demo=${SIDEKIN_DEMO_DIR:-/tmp/sidekin-demo-$(id -u)}
-mkdir -p "$demo/config" "$demo/program"
+mkdir -p "$demo/config"
 export ZENTROVAR_CONFIG_DIR="$demo/config"
 
 simulator=("$build/tools/hostsim/zentrovar-hostsim" --root "$demo/host" --write-ini
            --run-seconds "${DEMO_RUN_SECONDS:-20}" --log "$demo/frames.log"
-           --program-dir "$demo/program" --launch "$build/src/app/startup/sidekin")
+           --program-dir "$demo/host/program" --launch "$build/src/app/startup/sidekin")
 echo "Host frames are logged to $demo/frames.log"
 if [ -n "${DISPLAY:-}" ]; then
     exec "${simulator[@]}"

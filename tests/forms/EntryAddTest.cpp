@@ -197,24 +197,27 @@ TEST_F(EntryAddTest, F1HelpFallsBackToEnglishThenSaysSo) {
     dialogs.helpOpens = false;
     const struct {
         QLocale locale;
-        EntryForm* form;
+        QWidget* form;
         Shown first, retry;
         // clang-format off
     } cases[] = {
-        {QLocale(QLocale::English, QLocale::UnitedStates), &frmRnTblAdd(), {Shown::Help, {},
+        {QLocale(QLocale::English, QLocale::UnitedStates), frmRnTblAdd().txtSampleID, {Shown::Help, {},
          "helpenu/Zentro.chm", "662573707--v2.htm"}, {Shown::Help, {}, "helpenu/Zentro.chm",
          "662573707--v2.htm"}},
-        {QLocale(QLocale::Japanese), &frmRnTblAdd(), {Shown::Help, {}, "helpenu/ja/Zentro.chm",
+        {QLocale(QLocale::Japanese), frmRnTblAdd().txtSampleID, {Shown::Help, {}, "helpenu/ja/Zentro.chm",
          "662573707--v1.htm"}, {Shown::Help, {}, "helpenu/Zentro.chm", "662573707--v2.htm"}},
-        {QLocale(QLocale::German), &frmRnTblEdit(), {Shown::Help, {}, "helpenu/Zentro.chm",
+        {QLocale(QLocale::German), frmRnTblEdit().txtSampleID, {Shown::Help, {}, "helpenu/Zentro.chm",
          "662574987--v2.htm"}, {Shown::Help, {}, "helpenu/Zentro.chm", "662574987--v2.htm"}},
+        {QLocale(QLocale::Chinese), frmORQ().cboOperator, {Shown::Help, {},
+         "helpenu/zh-CHS/Zentro.chm", "662742667--v1.htm"}, {Shown::Help, {}, "helpenu/Zentro.chm",
+         "662742667--v1.htm"}},
     };
     // clang-format on
     const QLocale previous;
     for (const auto& c : cases) {
         QLocale::setDefault(c.locale);
         dialogs.shown.clear();
-        QTest::keyClick(c.form->txtSampleID, Qt::Key_F1);
+        QTest::keyClick(c.form, Qt::Key_F1);
         EXPECT_EQ(dialogs.shown,
                   (std::vector<Shown>{
                       c.first, c.retry, {Shown::Box, BoxStyle::Plain, text(17324), "Error"}}));

@@ -1,5 +1,6 @@
 #include <QLineEdit>
 
+#include "EntryForms.h"
 #include "FormsFixture.h"
 #include "FrmOrq.h"
 #include "LinkTextBox.h"
@@ -23,8 +24,12 @@ TEST_F(ShowHideOrqTest, ShowAndHideOnTheHostsWord) {
     EXPECT_TRUE(frmORQ().isVisible());
     hostSays("10\r\n");
     EXPECT_TRUE(frmORQ().isVisible());
+    frmRnTblEdit().show();
     hostSays("01\r\n");
     EXPECT_FALSE(frmORQ().isVisible());
+    EXPECT_FALSE(frmRnTblEdit().isVisible());
+    hostSays("11\r\n");  // the main window alone comes back
+    EXPECT_FALSE(frmRnTblEdit().isVisible());
     EXPECT_TRUE(dialogs.shown.empty());
 }
 

@@ -109,8 +109,10 @@ TEST_F(WalkTest, PausedWithTheRemainingRowsDeletedResumeEndsTheWalk) {
     finishRun();
     ASSERT_TRUE(waitForState(RunStatePaused));
     FlexGrid& grid = frmORQ().fgrdRunTable->grid();
-    grid.RemoveItem(3);
-    grid.RemoveItem(2);
+    for (int row : {3, 2}) {
+        grid.setRowSel(row);
+        frmORQ().cmdRnTblDel->click();
+    }
     clickStartPauseResume();
     EXPECT_EQ(App.GlblRunState, RunStateIdle);
     EXPECT_EQ(currentRunText(), text(17102));

@@ -18,11 +18,19 @@ QString folder(const QString& root, const char* name) {
     return QDir(root).absoluteFilePath(QLatin1String(name)) + u'/';
 }
 
-bool copyOut(const QString& from, const QString& to, QString* error) {
+// Profile files of the set name their folders under the root by @DEMO_ROOT@.
+bool copyOut(const QString& from, const QString& to, const QString& root, QString* error) {
     QFile in(from);
     QFile out(to);
-    if (!in.open(QIODevice::ReadOnly) || !out.open(QIODevice::WriteOnly | QIODevice::Truncate) ||
-        out.write(in.readAll()) < 0 || !out.flush()) {
+    if (!in.open(QIODevice::ReadOnly)) {
+        *error = QStringLiteral("cannot read %1").arg(from);
+        return false;
+    }
+    QByteArray bytes = in.readAll();
+    if (to.endsWith(QLatin1String(".INI"), Qt::CaseInsensitive))
+        bytes.replace("@DEMO_ROOT@", QDir(root).absolutePath().toUtf8() + '/');
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate) || out.write(bytes) < 0 ||
+        !out.flush()) {
         *error = QStringLiteral("cannot write %1: %2").arg(to, out.errorString());
         return false;
     }
@@ -54,7 +62,7 @@ bool installDemoSet(const QString& root, bool reset, QString* error) {
             *error = QStringLiteral("cannot create the folder of %1").arg(destination);
             return false;
         }
-        if (!copyOut(source, destination, error)) return false;
+        if (!copyOut(source, destination, root, error)) return false;
     }
     if (!any) {
         *error = QStringLiteral("the demo set is not bundled with this program");

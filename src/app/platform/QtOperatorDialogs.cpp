@@ -1,5 +1,6 @@
 #include "QtOperatorDialogs.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QEvent>
@@ -101,15 +102,20 @@ bool QtOperatorDialogs::openDocument(const QString& file, const QString& working
     return QDesktopServices::openUrl(QUrl::fromLocalFile(info.absoluteFilePath()));
 }
 
+// A help book "folder/Name.chm" is the folder of HTML pages beside it, one per
+// topic. A relative book is looked for in the current folder, then beside the program.
 bool QtOperatorDialogs::showHelp(const QString& file, const QString& topic) {
-    if (file.isEmpty()) return false;
-    const QFileInfo info(file);
-    if (!info.exists()) return false;
-    QUrl url = QUrl::fromLocalFile(info.absoluteFilePath());
-    const QString suffix = info.suffix().toLower();
-    if (!topic.isEmpty() && (suffix == QLatin1String("html") || suffix == QLatin1String("htm")))
-        url.setFragment(topic);
-    return QDesktopServices::openUrl(url);
+    if (file.isEmpty() || topic.isEmpty()) return false;
+    const QString folder = QFileInfo(file).path();
+    QStringList places{QDir(folder).filePath(topic)};
+    if (QDir::isRelativePath(folder))
+        places << QDir(QCoreApplication::applicationDirPath()).filePath(folder + u'/' + topic);
+    for (const QString& page : places) {
+        const QFileInfo info(page);
+        if (info.isFile())
+            return QDesktopServices::openUrl(QUrl::fromLocalFile(info.absoluteFilePath()));
+    }
+    return false;
 }
 
 QPrinter* QtOperatorDialogs::printer() {
