@@ -1,5 +1,6 @@
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDir>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
@@ -186,6 +187,59 @@ TEST_F(MainWindowTest, ResizeMovesTheButtonsOnlyAboveTheHeightLimit) {
     EXPECT_EQ(form.cmdRnTblAdd->y(), form.cmdRnTblPrint->y());
     EXPECT_NEAR(form.fgrdRunTable->y() + form.fgrdRunTable->height(),
                 form.cmdRnTblAdd->y() - twipsToPixelsY(165), 1);
+}
+
+TEST_F(MainWindowTest, SubdirectoryIsCheckedOnlyWhenTheOperatorLeavesIt) {
+    startHost();
+    threeRows();
+    QDir().mkpath(host->dataFolder() + "Batch7/RunB.d");
+    FrmOrq& form = frmORQ();
+    form.txtSubDir->show();
+    form.show();
+    form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    auto focusField = [&] {
+        form.txtSubDir->setEnabled(true);
+        form.txtSubDir->setFocus();
+        ASSERT_TRUE(form.txtSubDir->hasFocus());
+    };
+    focusField();
+    form.txtSubDir->setEnabled(false);  // as Start does
+    focusField();
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_TRUE(dialogs.shown.empty());
+
+    form.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    focusField();
+    QTest::keyClick(form.txtSubDir, Qt::Key_Tab);
+    EXPECT_EQ(dialogs.boxTitles(), QStringList{text(17263)});
+}
+
+TEST_F(MainWindowTest, EveryCaptionComesFromTheLanguageInUse) {
+    QByteArray table;
+    for (int id = 17000; id < 17400; ++id)
+        table += QByteArray::number(id) + "=#" + QByteArray::number(id) + "\n";
+    useTexts(table);
+    EXPECT_EQ(frmORQ().windowTitle(), "#17002 (Rev: 32.3.22)");
+    for (QWidget* form :
+         std::initializer_list<QWidget*>{&frmORQ(), &frmRnTblAdd(), &frmRnTblEdit()}) {
+        for (QWidget* w : form->findChildren<QWidget*>()) {
+            QString caption;
+            if (auto* l = qobject_cast<QLabel*>(w)) caption = l->text();
+            if (auto* b = qobject_cast<QAbstractButton*>(w)) caption = b->text();
+            if (auto* g = qobject_cast<QGroupBox*>(w)) caption = g->title();
+            const bool glyph = w == frmORQ().cmdUp || w == frmORQ().cmdDown;
+            EXPECT_TRUE(glyph || caption.isEmpty() || caption.startsWith('#'))
+                << w->objectName().toStdString();
+            EXPECT_TRUE(w->toolTip().isEmpty() || w->toolTip().startsWith('#'))
+                << w->objectName().toStdString();
+        }
+    }
+    EXPECT_TRUE(dialogs.shown.empty());
 }
 
 }  // namespace
