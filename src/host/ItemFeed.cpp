@@ -1,6 +1,7 @@
 #include "ItemFeed.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QStringList>
@@ -30,7 +31,11 @@ struct Feed {
     std::map<QString, QString> current;
     std::deque<int> pending;
     int noticeOut = -1;  // index of the notice posted and not yet read
+    QElapsedTimer subscribing;
+    bool lost = false;
 };
+
+void (*linkWatcher)(bool alive) = nullptr;
 
 Feed& feed() {
     static Feed instance;
@@ -58,6 +63,10 @@ void sendNextNotice() {
 // Every change gets its notice and is read in turn, so a quick "RUNNING" is not
 // lost behind the "Completed" that follows it.
 void deliver(const QString& item, const QString& value) {
+    if (feed().lost) {
+        feed().lost = false;
+        if (linkWatcher) linkWatcher(true);
+    }
     const int index = static_cast<int>(feed().announced.indexOf(item));
     if (index < 0) {
         feed().current[item] = value;
@@ -83,6 +92,11 @@ std::int16_t DDE_Initiate(const QString& service, const QString& topic) {
     }
     feed().topic = topic;
     QObject::connect(feed().conversation.get(), &link::Channel::itemUpdated, &deliver);
+    QObject::connect(feed().conversation.get(), &link::Channel::closed, [] {
+        feed().lost = true;
+        if (linkWatcher) linkWatcher(false);
+    });
+    feed().subscribing.invalidate();
     return 1;
 }
 
@@ -93,8 +107,12 @@ std::int16_t DDE_RequestFromVB(const QString& item) {
 
 std::int16_t DDE_Request(const QString& item) {
     if (!feed().conversation) return 0;
+    if (!feed().subscribing.isValid()) feed().subscribing.start();
+    const auto left = StartupBudget.count() - feed().subscribing.elapsed();
+    if (left <= 0) return 0;
     try {
-        feed().conversation->advise(feed().topic, item, FeedTimeoutMs);
+        feed().conversation->advise(feed().topic, item,
+                                    static_cast<int>(std::min<qint64>(FeedTimeoutMs, left)));
     } catch (const RuntimeError&) {
         return 0;
     }
@@ -119,6 +137,8 @@ void noticeServed(int index) {
     // returns first, so back-to-back reports do not nest one wait in another.
     QTimer::singleShot(0, &sendNextNotice);
 }
+
+void setLinkWatcher(void (*watcher)(bool alive)) { linkWatcher = watcher; }
 
 void reset() { feed() = Feed{}; }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 #include <cstdint>
 
 namespace sidekin::itemfeed {
@@ -23,9 +24,16 @@ std::int16_t GetDDEDataBuffer(const QString& item, QString& buffer);
 // inside the yield that comes before that read.
 void noticeServed(int index);
 
+// Told false when the host closes the feed's conversation, and true when an
+// item arrives again after that.
+void setLinkWatcher(void (*watcher)(bool alive));
+
 // Closes the feed and forgets everything (a fresh process has none).
 void reset();
 
 constexpr int MaxValueChars = 80;
+// All subscriptions of one feed together wait at most this long for a frozen
+// host; those left when it has passed fail at once.
+constexpr std::chrono::milliseconds StartupBudget{5000};
 
 }  // namespace sidekin::itemfeed

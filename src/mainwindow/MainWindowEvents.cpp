@@ -10,6 +10,8 @@
 #include "EntryFormEvents.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
+#include "HostLinkMarker.h"
+#include "ItemFeed.h"
 #include "KeyAscii.h"
 #include "LinkTextBox.h"
 #include "MainWindowShell.h"
@@ -106,6 +108,7 @@ void wireFrmOrq(FrmOrq& form) {
 
 void installEventWiring() {
     setFrmOrqLoader(&loadFrmOrq);
+    itemfeed::setLinkWatcher(&HostLinkChanged);
     installEntryFormWiring();
     CPLinks& links = cpLinks();
     const char* wired = "sidekinEventsWired";

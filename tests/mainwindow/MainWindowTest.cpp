@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <csignal>
 #include <functional>
 
 #include "AppState.h"
@@ -17,6 +18,8 @@
 #include "RunControl.h"
 #include "RunTable.h"
 #include "RunTableCommands.h"
+#include "SimulatorProcess.h"
+#include "StartupFetch.h"
 #include "WalkFixture.h"
 #include "platform/Screen.h"
 
@@ -240,6 +243,30 @@ TEST_F(MainWindowTest, EveryCaptionComesFromTheLanguageInUse) {
         }
     }
     EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(MainWindowTest, LostHostIsMarkedOnTheFrameWhileTheLabelsKeepItsLastWords) {
+    startHost();
+    ASSERT_TRUE(waitUntil([] { return !frmORQ().lblSysStatusReady->text().isEmpty(); }));
+    const QString ready = frmORQ().lblSysStatusReady->text();
+    const QString title = frmORQ().fraSystemStatus->title();
+    host->kill();
+    ASSERT_TRUE(waitUntil([&] { return frmORQ().fraSystemStatus->title() != title; }));
+    const QString time = clock.now().time().toString("HH:mm:ss");
+    EXPECT_EQ(frmORQ().fraSystemStatus->title(), title + "  \u26A0 " + time);
+    EXPECT_TRUE(frmORQ().fraSystemStatus->toolTip().endsWith(time + "."));
+    EXPECT_EQ(frmORQ().lblSysStatusReady->text(), ready);
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(MainWindowTest, FrozenHostHoldsTheStartUpOnlyBriefly) {
+    SimulatorProcess frozen;
+    ASSERT_TRUE(frozen.started());
+    ::kill(static_cast<pid_t>(frozen.pid()), SIGSTOP);
+    App.GlblDDEApp = frozen.service();
+    OpenDDELinks();  // six subscriptions of a minute each, were the whole not bounded
+    ::kill(static_cast<pid_t>(frozen.pid()), SIGCONT);
+    EXPECT_EQ(dialogs.boxTitles(), QStringList{"VB DDE Error"});
 }
 
 }  // namespace
