@@ -8,7 +8,8 @@ cd "$(dirname "$0")/.."
 root=$(pwd)
 build=$root/${FUZZ_BUILD_DIR:-build-fuzz}
 seconds=${FUZZ_SECONDS:-20}
-targets=(fuzz_profile_read fuzz_profile_write fuzz_frame_reader fuzz_conversions)
+targets=(fuzz_profile_read fuzz_profile_write fuzz_frame_reader fuzz_conversions
+         fuzz_command_line fuzz_status_line)
 
 CC=clang CXX=clang++ cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DSIDEKIN_FUZZ=ON -DBUILD_TESTING=OFF >/dev/null

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Sets up, builds (warnings as errors) and runs every check and test: the
-# format and library-graph checks, then the suite. Widget tests run offscreen;
-# the X11 tests start their own Xvfb through xvfb-run.
+# format and library-graph checks, the suite, then a short fuzz of every fuzz
+# target. Widget tests run offscreen; the X11 tests start their own Xvfb.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export SIDEKIN_WERROR=ON
@@ -12,3 +12,5 @@ export QT_QPA_PLATFORM=offscreen
 export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-/tmp/sidekin-runtime-$(id -u)}
 mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
 ctest --test-dir "${BUILD_DIR:-build}" --output-on-failure -j"$(nproc)"
+# Every fuzz target for a few seconds from its seeds: any finding fails the run.
+FUZZ_SECONDS=${FUZZ_SECONDS:-10} scripts/fuzz-smoke.sh

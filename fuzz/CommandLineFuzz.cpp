@@ -1,0 +1,54 @@
+// Any command line from the host: no crash and no undefined behaviour, whatever
+// the fields hold; a line of five fields from handle 0 names its service as written.
+#include <QTemporaryDir>
+#include <cstdint>
+
+#include "AppState.h"
+#include "CommandLine.h"
+#include "platform/Clock.h"
+#include "platform/Events.h"
+
+using namespace sidekin;
+
+namespace {
+
+struct Ended {};
+
+// Each look at the time finds a second gone, so the host window search gives up
+// at once instead of after three seconds.
+class HurriedClock : public Clock {
+public:
+    float secondsSinceMidnight() override { return seconds_ += 1.0f; }
+    QDateTime now() override { return QDateTime(QDate(2026, 1, 1), QTime(12, 0)); }
+    void pause(double) override {}
+    void waitForEvents(double) override {}
+
+private:
+    float seconds_ = 0;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+    static QTemporaryDir noProfiles;  // no zentrovar.ini: the service look-up fails
+    qputenv("ZENTROVAR_CONFIG_DIR", noProfiles.path().toUtf8());
+    static HurriedClock hurried;
+    setClock(&hurried);
+    setEndProgramHook([] { throw Ended{}; });
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const QString line = QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size));
+    resetAppState();
+    try {
+        ParseCommandLine(line);
+    } catch (const Ended&) {
+        return 0;
+    }
+    const QStringList fields = line.split(u'|');
+    if (fields.size() == 5 && fields[0].trimmed() == QLatin1String("0") &&
+        !fields[1].trimmed().isEmpty() && App.GlblDDEApp != fields[1].trimmed())
+        abort();
+    return 0;
+}
