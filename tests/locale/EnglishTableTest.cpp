@@ -1,6 +1,9 @@
 // The English table built into the program, checked against what the program
-// does with its texts.
+// does with its texts, and the other built-in tables against the English one.
 
+#include <QDir>
+#include <QMap>
+#include <QRegularExpression>
 #include <QSet>
 
 #include "G11n.h"
@@ -65,6 +68,47 @@ TEST_F(EnglishTable, TextsTheProgramComparesOrReads) {
     for (const QString& header : textsOf(17025, 17034)) EXPECT_FALSE(header.contains('|'));
     for (int id : {17316, 17317, 17318, 17319}) EXPECT_GT(CDbl(GetResourceString(id)), 0.0) << id;
     EXPECT_EQ(CDbl(GetResourceString(17320)), 0.0);  // the default character set
+}
+
+using BuiltInTables = StartupFixture;
+
+// A translation lacking an id, dropping a token or the blank before a run number,
+// or giving two compared texts the same words, breaks the program in that language.
+TEST_F(BuiltInTables, EachHasTheEnglishIdsTokensAndBlanks) {
+    const auto load = [](const QString& language) {
+        setNlsLanguage(language);
+        EXPECT_EQ(NLSInit(0), 1);
+        QMap<int, QString> texts;
+        for (int id = 17000; id < 17400; ++id)
+            if (const QString text = fullText(id); !text.isEmpty()) texts.insert(id, text);
+        return texts;
+    };
+    const auto tokens = [](const QString& text) {
+        QStringList found;
+        for (const auto& match : QRegularExpression("<[A-Z0-9]+>").globalMatch(text))
+            found << match.captured();
+        found.sort();
+        return found;
+    };
+    const QMap<int, QString> english = load("en");
+    const QStringList tables = QDir(":/texts").entryList({"*.txt"});
+    EXPECT_GT(tables.size(), 1);
+    for (const QString& table : tables) {
+        const QString language = table.chopped(4);
+        const QMap<int, QString> texts = load(language);
+        EXPECT_EQ(texts.keys(), english.keys()) << language.toStdString();
+        for (auto [id, text] : texts.asKeyValueRange()) {
+            const QString& en = english[id];
+            EXPECT_LE(text.size(), 150) << id;
+            EXPECT_EQ(tokens(text), tokens(en)) << id;
+            EXPECT_EQ(text.endsWith(' '), en.endsWith(' ')) << id;
+            EXPECT_EQ(text.contains('&'), en.contains('&')) << id;
+        }
+        EXPECT_TRUE(QRegularExpression("^[0-9]").match(texts.value(17320)).hasMatch());
+        for (QStringList group :
+             {textsOf(17040, 17048), textsOf(17016, 17018), textsOf(17300, 17315)})
+            EXPECT_EQ(group.removeDuplicates(), 0) << group.join(" / ").toStdString();
+    }
 }
 
 }  // namespace
