@@ -7,6 +7,7 @@
 #include "FileNameRules.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
+#include "Nls.h"
 #include "RunTable.h"
 #include "WalkFixture.h"
 
@@ -228,6 +229,29 @@ TEST_F(WalkTest, InvalidSubdirectoryKeepsTheTableIdle) {
     EXPECT_EQ(dialogs.shown[0].text, text(17205));
     EXPECT_TRUE(frmORQ().cmdStartPauseResume->isEnabled());
     EXPECT_TRUE(host->executed().isEmpty());
+}
+
+TEST_F(WalkTest, JapaneseWalkStartsPausesAndResumesOnItsOwnCaptions) {
+    setNlsLanguage("ja");
+    ASSERT_EQ(NLSInit(0), 1);
+    ASSERT_NE(text(17017), englishText(17017));
+    startHost();
+    threeRows();
+    clickStartPauseResume();
+    EXPECT_EQ(buttonCaption(), text(17017));
+    clickStartPauseResume();
+    finishRun();
+    ASSERT_TRUE(waitForState(RunStatePaused));
+    EXPECT_EQ(buttonCaption(), text(17018));
+    EXPECT_EQ(currentRunText(), text(17106) + "1");
+    EXPECT_EQ(frmORQ().lblCurrentRun->property("fontCharset"), 128);
+    clickStartPauseResume();
+    finishRun();
+    finishRun();
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(hostStarts(), 3);
+    EXPECT_EQ(buttonCaption(), text(17016));
+    EXPECT_TRUE(dialogs.shown.empty());
 }
 
 }  // namespace
