@@ -25,12 +25,13 @@ TEST(ConversionsTest, StrictConversionAcceptsWholeNumbersOnly) {
         {"  42  ", 42}, {"-3.5", -3.5}, {"3.", 3},     {"1.5E2", 150}, {"&H10", 16},
         {"", {}},       {"   ", {}},    {"12abc", {}}, {"1 2", {}},    {".", {}},
         {"1e", {}},     {"--1", {}},    {"1,5", {}}};
-    for (const auto& [text, value] : rows) {
+    for (const auto& row : rows) {
+        const auto& [text, value] = row;
         EXPECT_EQ(IsNumeric(text), value.has_value()) << text;
         if (value)
             EXPECT_DOUBLE_EQ(CDbl(text), *value) << text;
         else
-            EXPECT_EQ(errorOf([&] { CDbl(text); }), ErrTypeMismatch) << text;
+            EXPECT_EQ(errorOf([&] { CDbl(row.first); }), ErrTypeMismatch) << text;
     }
 }
 
