@@ -51,7 +51,8 @@ public:
 // The window's size, its F1, and Return in the operator list.
 class FrmOrqEvents : public QObject {
 public:
-    explicit FrmOrqEvents(FrmOrq& form) : QObject(&form), form_(form) {
+    explicit FrmOrqEvents(FrmOrq& form)
+        : QObject(&form), form_(form), operatorList_(form.cboOperator) {
         form.installEventFilter(this);
         form.cboOperator->installEventFilter(this);
     }
@@ -64,13 +65,14 @@ public:
                 return true;
             }
         }
-        if (watched == form_.cboOperator && event->type() == QEvent::KeyRelease)
+        if (watched == operatorList_ && event->type() == QEvent::KeyRelease)
             cboOperator_KeyUp(keyCode(*static_cast<QKeyEvent*>(event)));
         return false;
     }
 
 private:
     FrmOrq& form_;
+    QObject* operatorList_;  // kept apart: events still come while the form is taken down
 };
 
 void loadFrmOrq(FrmOrq& form) {

@@ -14,26 +14,27 @@ namespace sidekin::test {
 class InProcessChannel : public link::Channel, public hostsim::Peer {
 public:
     InProcessChannel(InProcessHost& host, int connection, const QString& service)
-        : host_(host), connection_(connection), service_(service) {
+        : host_(&host), connection_(connection), service_(service) {
         QObject::connect(host.simulator_.get(), &hostsim::HostSimulator::itemChanged, this,
                          [this](const QString& item, const QString& value) {
                              const auto it = watched_.constFind(item.toLower());
                              if (it != watched_.constEnd()) update(*it, value);
                          });
-        host_.channels_.push_back(this);
+        host_->channels_.push_back(this);
     }
     ~InProcessChannel() override {
-        auto& all = host_.channels_;
+        if (!host_) return;
+        auto& all = host_->channels_;
         all.erase(std::remove(all.begin(), all.end(), this), all.end());
     }
 
     void execute(const QString& topic, const QString& command, int) override {
-        host_.executed_ << command;
+        if (host_) host_->executed_ << command;
         ask(link::Verb::Execute, topic, command);
     }
     QString request(const QString& topic, const QString& item, int) override {
         const link::Frame answer = ask(link::Verb::Request, topic, item);
-        if (host_.raw_.contains(item)) return host_.raw_.value(item);
+        if (host_->raw_.contains(item)) return host_->raw_.value(item);
         if (answer.verb != link::Verb::Data) raiseError(link::ErrBadData);
         return answer.value;
     }
@@ -53,6 +54,10 @@ public:
         garbage_ = true;
         drop();
     }
+    void orphan() {
+        drop();
+        host_ = nullptr;
+    }
     void drop() override {
         if (dropped_) return;
         dropped_ = true;
@@ -61,19 +66,19 @@ public:
     }
     void watch(const QString& item) override {
         watched_.insert(item.toLower(), item);
-        if (auto value = host_.simulator_->value(item)) update(item, *value);
+        if (auto value = host_->simulator_->value(item)) update(item, *value);
     }
 
 private:
     link::Frame ask(link::Verb verb, const QString& topic, const QString& name) {
         if (dropped_) raiseError(garbage_ ? link::ErrBadData : link::ErrNoChannel);
         static const char* verbs[] = {"", "Execute", "Request", "Advise"};
-        host_.frames_ << QStringLiteral("%1 %2 %3 %4 %5")
-                             .arg(connection_)
-                             .arg(service_, QLatin1String(verbs[static_cast<int>(verb)]), topic,
-                                  name);
+        host_->frames_ << QStringLiteral("%1 %2 %3 %4 %5")
+                              .arg(connection_)
+                              .arg(service_, QLatin1String(verbs[static_cast<int>(verb)]), topic,
+                                   name);
         reply_.reset();
-        host_.simulator_->receive(*this, link::Frame{verb, nextId_++, topic, name, {}});
+        host_->simulator_->receive(*this, link::Frame{verb, nextId_++, topic, name, {}});
         if (garbage_) raiseError(link::ErrBadData);
         if (dropped_) raiseError(link::ErrHostQuit);
         if (!reply_) raiseError(link::ErrTimeout);
@@ -88,7 +93,7 @@ private:
             Qt::QueuedConnection);
     }
 
-    InProcessHost& host_;
+    InProcessHost* host_;  // none once the host has gone before its channels
     int connection_;
     QString service_;
     std::uint32_t nextId_ = 1;
@@ -120,7 +125,7 @@ InProcessHost::InProcessHost(const hostsim::SimConfig& config, const QStringList
 
 InProcessHost::~InProcessHost() {
     link::setHostLink(nullptr);
-    for (InProcessChannel* channel : channels_) channel->drop();
+    for (InProcessChannel* channel : channels_) channel->orphan();
 }
 
 std::unique_ptr<link::Channel> InProcessHost::open(const QString& service) {
