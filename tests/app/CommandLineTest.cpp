@@ -3,6 +3,7 @@
 #include "AppState.h"
 #include "CommandLine.h"
 #include "G11n.h"
+#include "Profile.h"
 #include "StartupFixture.h"
 
 using namespace sidekin;
@@ -40,33 +41,27 @@ TEST_F(CommandLineTest, FieldsFillTheSharedStateOrEndInTheHandler) {
         const char* fields;
         const char* error;  // the handler's box text; "" for none
     } rows[] = {
+        // clang-format off
         {"full", nullptr, R"(77|ZenSvc|"/opt/orq/"|2|1)", "77, ZenSvc, /opt/orq/, 2, 1", ""},
-        {"blanksAround", nullptr, R"(  77 | ZenSvc |  "/o/" | 3 |  0  )", "77, ZenSvc, /o/, 3, 0",
-         ""},
+        {"blanksAround", nullptr, R"(  77 | ZenSvc |  "/o/" | 3 |  0  )", "77, ZenSvc, /o/, 3, 0", ""},
         {"leadingBar", nullptr, "|ZenSvc", "0, ZenSvc, C:\\Zentro32\\ORQ\\, 1, 0", ""},
         {"emptyFolder", nullptr, "5|ZenSvc||2|1", "5, ZenSvc, C:\\Zentro32\\ORQ\\, 2, 1", ""},
         {"emptyInstrument", nullptr, R"(5|ZenSvc|"/o/"||1)", "5, ZenSvc, /o/, 1, 1", ""},
-        {"sixthFieldJoinsTheFlag", nullptr, R"(0|ZenSvc|"/o/"|2|1|x)", "0, ZenSvc, /o/, 2, 1|x",
-         ""},
+        {"sixthFieldJoinsTheFlag", nullptr, R"(0|ZenSvc|"/o/"|2|1|x)", "0, ZenSvc, /o/, 2, 1|x", ""},
         {"twoCharacterFolder", nullptr, R"(0|ZenSvc|""|2)", "0, ZenSvc, , 2, 0", ""},
         {"folderLosesFirstAndLast", nullptr, "0|ZenSvc|x/dir/y|2", "0, ZenSvc, /dir/, 2, 0", ""},
         {"instrumentHalfToEven", nullptr, R"(0|ZenSvc|"/o/"|2.5)", "0, ZenSvc, /o/, 2, 0", ""},
         {"loneHandleWraps", "", "4294967296", "1, , , 0, ", "Type mismatch"},
         {"loneHandleAboveRange", "", "2147483648", "-2147483647, , , 0, ", "Type mismatch"},
         {"handleAboveRange", nullptr, "2147483648|ZenSvc", "0, , , 0, ", "Overflow"},
-        {"oneCharacterFolder", nullptr, "7|ZenSvc|x|2", "7, ZenSvc, , 0, ",
-         "Invalid procedure call or argument"},
-        {"instrumentNotNumeric", nullptr, R"(7|ZenSvc|"/o/"|two)", "7, ZenSvc, /o/, 0, ",
-         "Type mismatch"},
-        {"instrumentAbove16Bits", nullptr, R"(7|ZenSvc|"/o/"|40000)", "7, ZenSvc, /o/, 0, ",
-         "Overflow"},
+        {"oneCharacterFolder", nullptr, "7|ZenSvc|x|2", "7, ZenSvc, , 0, ", "Invalid procedure call or argument"},
+        {"instrumentNotNumeric", nullptr, R"(7|ZenSvc|"/o/"|two)", "7, ZenSvc, /o/, 0, ", "Type mismatch"},
+        {"instrumentAbove16Bits", nullptr, R"(7|ZenSvc|"/o/"|40000)", "7, ZenSvc, /o/, 0, ", "Overflow"},
         {"emptyWithoutHostIni", nullptr, "", "0, , , 0, ", "Type mismatch"},
-        {"serviceChainBroken", "[PCS,1]\n_DDEOnLine=5\n_DDEOffLine=7\n", "|", "0, , , 0, ",
-         "Type mismatch"},
-        {"serviceNotANumber", "[PCS,1]\n_DDEOnLine=ZenOnline1\n", "|", "0, , , 0, ",
-         "Type mismatch"},
-        {"serviceZero", "[pcs,1]\n_ddeonline=0\n", "|", "0, , , 0, ",
-         "Invalid procedure call or argument"},
+        {"serviceChainBroken", "[PCS,1]\n_DDEOnLine=5\n_DDEOffLine=7\n", "|", "0, , , 0, ", "Type mismatch"},
+        {"serviceNotANumber", "[PCS,1]\n_DDEOnLine=ZenOnline1\n", "|", "0, , , 0, ", "Type mismatch"},
+        {"serviceZero", "[pcs,1]\n_ddeonline=0\n", "|", "0, , , 0, ", "Invalid procedure call or argument"},
+        // clang-format on
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -89,25 +84,22 @@ TEST_F(CommandLineTest, ServiceLookupOfPositiveNumbersEndsTheProgram) {
 }
 
 TEST_F(CommandLineTest, SearchTakesTheFirstChildWithViewMgrInItsFourteenCharacters) {
-    const struct {
-        const char* name;
-        QStringList titles;
-        int found;  // index into titles, -1 for none
-    } rows[] = {
+    // The titles under the host and the index of the one found, -1 for none.
+    const std::tuple<const char*, QStringList, int> rows[] = {
         {"firstMatchAmongSiblings", {"Toolbar", "Zen ViewMGR 1", "ViewMGR later"}, 1},
         // ViewMGR begins at the 12th character here, and would end at the 16th there.
         {"onlyFourteenCharactersRead", {"Instrument ViewMGR", "Instrumen ViewMGR"}, -1},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, titles, found] : rows) {
+        SCOPED_TRACE(name);
         FakeWindowSystem tree;
         std::vector<WindowHandle> made;
-        for (const QString& title : row.titles) made.push_back(tree.addWindow(500, title));
+        for (const QString& title : titles) made.push_back(tree.addWindow(500, title));
         clock.setTime(12 * 3600);
         ParseCommandLine("500|ZenSvc");
-        EXPECT_EQ(App.GlblViewMgrWnd, row.found >= 0 ? made[row.found] : 0);
+        EXPECT_EQ(App.GlblViewMgrWnd, found >= 0 ? made[found] : 0);
         const double spent = clock.moment.time().msecsSinceStartOfDay() / 1000.0 - 12 * 3600;
-        EXPECT_EQ(spent > 3.0 && spent < 4.0, row.found < 0);  // gives up after three seconds
+        EXPECT_EQ(spent > 3.0 && spent < 4.0, found < 0);  // gives up after three seconds
     }
 }
 
@@ -121,6 +113,35 @@ TEST_F(CommandLineTest, SearchAcrossMidnightRunsUntilTheWindowAppears) {
     EXPECT_EQ(App.GlblViewMgrWnd, view);
     EXPECT_EQ(windows.firstChildCalls, 40);
     EXPECT_LT(clock.moment.time().msecsSinceStartOfDay(), 3600 * 1000);  // past midnight
+}
+
+using ProfileTest = StartupFixture;
+
+TEST_F(ProfileTest, MissingOrEmptyReadsAsMinusOne) {
+    const QString ini = config.write("ORQ.INI",
+                                     "[Operators]\r\nNumOperators=2\r\nOperator1=\r\n"
+                                     "Operator2=  Ana Ruiz  \r\n[S]\nK=" +
+                                         QByteArray(300, 'v') + "\n");
+    EXPECT_EQ(GetPvtProfileStr("operators", "operator2", ini), "Ana Ruiz");
+    EXPECT_EQ(GetPvtProfileStr("S", "K", ini), QString(255, u'v'));
+    EXPECT_EQ(GetPvtProfileStr("Operators", "Operator1", ini), "-1");
+    EXPECT_EQ(GetPvtProfileStr("Nobody", "NumSamples", ini), "-1");
+    EXPECT_EQ(GetPvtProfileStr("Operators", "NumOperators", config.file("missing.ini")), "-1");
+    EXPECT_TRUE(dialogs.shown.empty());
+    writeHostIni("[PCS,1]\n_DDEOnLine=ZenOnline1\n");
+    EXPECT_EQ(GetProfileStr("PCS,1", "_DDEONLINE"), "ZenOnline1");
+    EXPECT_EQ(GetProfileStr("PCS,2", "_DDEONLINE"), "-1");
+}
+
+// The first field keeps its blanks, a middle one loses its leading blanks, the last both.
+TEST(GetParameterTest, CutsTheNthField) {
+    const std::tuple<const char*, std::int16_t, const char*, const char*> rows[] = {
+        {"a|b|c", 3, "|", "c"},     {"a|b|c", 4, "|", ""},        {"a||c", 2, "|", ""},
+        {" a , b ", 1, ",", " a "}, {"a,  b  ,c", 2, ",", "b  "}, {"a,  c  ", 2, ",", "c"},
+        {"", 1, ",", ""},           {"aXbxc", 2, "x", "c"}};
+    for (auto [text, index, separator, expected] : rows)
+        EXPECT_EQ(GetParameter(text, index, separator), QString::fromUtf8(expected))
+            << text << " #" << index;
 }
 
 }  // namespace

@@ -30,30 +30,25 @@ protected:
 
 TEST_F(MainTest, WindowGoesIntoTheViewMgrChildOrBelowTheHostBars) {
     const float belowBars = TwipsPerPixelY() / 15.0f * 1200;
-    const struct {
-        const char* name;
-        const char* line;
-        const char* child;  // under host 900
-        float top;
-        bool parented;
-    } rows[] = {
+    // Command line, title of the child under host 900, the window's top, whether it is parented.
+    const std::tuple<const char*, const char*, const char*, float, bool> rows[] = {
         {"viewMgrFound", "900|ZenSvc", "ViewMGR", 0.0f, true},
         {"searchFailed", "900|ZenSvc", "Toolbar", belowBars, true},
         {"noHandle", "|ZenSvc", "ViewMGR", belowBars, false},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, line, title, top, parented] : rows) {
+        SCOPED_TRACE(name);
         unloadFrmORQ();
         resetAppState();
         FakeWindowSystem tree;
-        const WindowHandle child = tree.addWindow(900, row.child);
-        const WindowHandle parent = row.top == 0.0f ? child : 900;
-        Main(row.line);
-        EXPECT_EQ(frmORQ().topTwips(), row.top);
+        const WindowHandle child = tree.addWindow(900, title);
+        const WindowHandle parent = top == 0.0f ? child : 900;
+        Main(line);
+        EXPECT_EQ(frmORQ().topTwips(), top);
         EXPECT_EQ(tree.parentings, (std::vector<std::pair<WindowHandle, WindowHandle>>(
-                                       row.parented, {windowHandleOf(frmORQ()), parent})));
-        EXPECT_EQ(App.GlblViewMgrWnd, row.parented ? parent : 0);
-        EXPECT_TRUE(row.parented || App.GlblPrevParentWnd == 0);
+                                       parented, {windowHandleOf(frmORQ()), parent})));
+        EXPECT_EQ(App.GlblViewMgrWnd, parented ? parent : 0);
+        EXPECT_TRUE(parented || App.GlblPrevParentWnd == 0);
     }
 }
 

@@ -17,23 +17,6 @@ namespace {
 
 class HostConversationTest : public HostLinkFixture {
 protected:
-    // Seconds of fake time a call took.
-    double fakeSeconds(const std::function<void()>& call) {
-        const QDateTime start = clock.moment;
-        call();
-        return start.msecsTo(clock.moment) / 1000.0;
-    }
-    // Opens the item feed and stands in for the run engine's status handler.
-    void openFeedWithStatusHandler() {
-        OpenDDELinks();
-        dialogs.shown.clear();  // its start-up box is the item feed's concern
-        QObject::connect(cpLinks().ddeRunEngineStatus, &QLineEdit::textChanged,
-                         [](const QString& text) {
-                             if (text.startsWith("LOADED")) App.GlblMethodLoaded = 1;
-                             if (text.startsWith("RUNNING")) App.GlblRunStarted = 1;
-                         });
-    }
-
     LinkTextBox box;  // stands for frmORQ.ddeDummy
     QObject scope;    // timers of a case die with it
 };
@@ -60,15 +43,12 @@ TEST_F(HostConversationTest, EachOperationOpensItsOwnConversationOnItsTopic) {
 }
 
 TEST_F(HostConversationTest, RequestDropsTheLastTwoCharactersAndOuterBlanks) {
-    const struct {
-        const char* raw;
-        const char* text;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"  12  34 \r\n", "12  34"}, {"\r\n", ""}, {"A|\"B\"\r\n", "A|\"B\""}, {"ABCD", "AB"}};
-    for (const auto& c : cases) {
-        host->setRawValue(items::ShowOrq, c.raw);
+    for (auto [raw, text] : cases) {
+        host->setRawValue(items::ShowOrq, raw);
         DDERequest(box, items::ShowOrq);
-        EXPECT_EQ(box.text(), c.text) << c.raw;
+        EXPECT_EQ(box.text(), text) << raw;
     }
     EXPECT_TRUE(dialogs.shown.empty());
     host->setRawValue(items::ShowOrq, "7");
@@ -77,19 +57,18 @@ TEST_F(HostConversationTest, RequestDropsTheLastTwoCharactersAndOuterBlanks) {
 }
 
 TEST_F(HostConversationTest, OfflineFlagChoosesTheService) {
-    const struct {
-        const char* flag;
-        const char* service;  // empty: refused before anything is sent
-    } cases[] = {{"1", "TestHostOff"}, {"1.0", "TestHostOff"}, {" 1", "TestHostOff"},
-                 {"0", "TestHost"},    {"2", "TestHost"},      {"", ""}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.flag);
+    // No service: refused before anything is sent.
+    const std::pair<const char*, const char*> cases[] = {
+        {"1", "TestHostOff"}, {"1.0", "TestHostOff"}, {" 1", "TestHostOff"},
+        {"0", "TestHost"},    {"2", "TestHost"},      {"", ""}};
+    for (auto [flag, service] : cases) {
+        SCOPED_TRACE(flag);
         dialogs.shown.clear();
         const qsizetype sent = host->frames().size();
-        App.GlblOffline = c.flag;
+        App.GlblOffline = flag;
         DDERequest(box, items::ShowOrq);
-        if (*c.service) {
-            EXPECT_EQ(host->frames().last().section(' ', 1, 1), c.service);
+        if (*service) {
+            EXPECT_EQ(host->frames().last().section(' ', 1, 1), service);
             EXPECT_TRUE(dialogs.shown.empty());
         } else {
             EXPECT_EQ(dialogs.shown, plainBox("Type mismatch", "DDERequest"));
@@ -98,36 +77,27 @@ TEST_F(HostConversationTest, OfflineFlagChoosesTheService) {
     }
 }
 
+using Operation = void (*)(LinkTextBox&, const QString&);
+
 TEST_F(HostConversationTest, LinkFailuresEndInTheOperationsBoxAndTheNextCallWorks) {
     const QString refused = "Foreign application won't perform DDE method or operation";
-    const struct {
-        const char* what;
-        std::function<void()> fault;
-        std::function<void(LinkTextBox&)> call;
-        QString words;
-        const char* title;
-    } cases[] = {
-        {"unknown item", [] {}, [](LinkTextBox& b) { DDERequest(b, "NoSuchItem$"); }, refused,
-         "DDERequest"},
-        {"host closes", [this] { host->simulator().armCloseAfter(1); },
-         [](LinkTextBox& b) { DDERequest(b, "ddeORQ"); }, "Foreign application quit", "DDERequest"},
-        {"malformed answer", [this] { host->simulator().armGarbageAfter(1); },
-         [](LinkTextBox& b) { DDERequest(b, "ddeORQ"); }, "Data in wrong format", "DDERequest"},
-        {"command not understood", [] {}, [](LinkTextBox& b) { DDEexecute(b, "Nonsense here"); },
-         refused, "DDEexecute"},
-        {"host closes on execute", [this] { host->simulator().armCloseAfter(1); },
-         [](LinkTextBox& b) { DDEexecute(b, "ddeORQ = 5"); }, "Foreign application quit",
-         "DDEexecute"},
-        {"load refused before the wait", [] {},
-         [](LinkTextBox& b) { DDEExecut_LoadMethod(b, "ORQ_LoadMethod"); }, refused,
-         "DDEExecut_LoadMethod"},
+    const QString quit = "Foreign application quit";
+    enum Fault { None, Close, Garbage };
+    const std::tuple<Fault, Operation, const char*, QString, QString> cases[] = {
+        {None, DDERequest, "DDERequest", "NoSuchItem$", refused},
+        {Close, DDERequest, "DDERequest", "ddeORQ", quit},
+        {Garbage, DDERequest, "DDERequest", "ddeORQ", "Data in wrong format"},
+        {None, DDEexecute, "DDEexecute", "Nonsense here", refused},
+        {Close, DDEexecute, "DDEexecute", "ddeORQ = 5", quit},
+        {None, DDEExecut_LoadMethod, "DDEExecut_LoadMethod", "ORQ_LoadMethod", refused},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [fault, operation, title, text, words] : cases) {
+        SCOPED_TRACE(title + (" " + text).toStdString());
         dialogs.shown.clear();
-        c.fault();
-        c.call(box);
-        EXPECT_EQ(dialogs.shown, plainBox(c.words, c.title));
+        if (fault == Close) host->simulator().armCloseAfter(1);
+        if (fault == Garbage) host->simulator().armGarbageAfter(1);
+        operation(box, text);
+        EXPECT_EQ(dialogs.shown, plainBox(words, title));
         DDEexecute(box, "ddeORQ = 5");
         DDERequest(box, "ddeORQ");
         EXPECT_EQ(box.text(), "5");
@@ -137,20 +107,16 @@ TEST_F(HostConversationTest, LinkFailuresEndInTheOperationsBoxAndTheNextCallWork
 
 TEST_F(HostConversationTest, WithoutHostTheOperationsReportError282) {
     host->kill();
-    const QString words = "No foreign application responded to a DDE initiate";
-    const struct {
-        const char* title;
-        std::function<void(LinkTextBox&)> call;
-    } cases[] = {
-        {"DDERequest", [](LinkTextBox& b) { DDERequest(b, "ddeORQ"); }},
-        {"DDEexecute", [](LinkTextBox& b) { DDEexecute(b, "Close #3"); }},
-        {"DDEExecut_LoadMethod",
-         [](LinkTextBox& b) { DDEExecut_LoadMethod(b, "ORQ_LoadMethod X"); }},
+    const std::tuple<Operation, const char*, QString> cases[] = {
+        {DDERequest, "DDERequest", "ddeORQ"},
+        {DDEexecute, "DDEexecute", "Close #3"},
+        {DDEExecut_LoadMethod, "DDEExecut_LoadMethod", "ORQ_LoadMethod X"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [operation, title, text] : cases) {
         dialogs.shown.clear();
-        c.call(box);
-        EXPECT_EQ(dialogs.shown, plainBox(words, c.title));
+        operation(box, text);
+        EXPECT_EQ(dialogs.shown,
+                  plainBox("No foreign application responded to a DDE initiate", title));
     }
     // The run's wait has no handler of its own before the send: its caller gets the error.
     dialogs.shown.clear();
@@ -178,31 +144,33 @@ TEST_F(HostConversationTest, LoadMethodWaitsWithoutLimitServingEvents) {
 }
 
 TEST_F(HostConversationTest, RunMethodWaitsForRunningOrFortyFiveSeconds) {
-    openFeedWithStatusHandler();
+    OpenDDELinks();
+    dialogs.shown.clear();  // its start-up box is the item feed's concern
+    // Stands in for the run engine's status handler.
+    QObject::connect(cpLinks().ddeRunEngineStatus, &QLineEdit::textChanged, [](const QString& t) {
+        if (t.startsWith("RUNNING")) App.GlblRunStarted = 1;
+    });
     clock.stepPerWait = 1.0;
-    const struct {
-        const char* what;
-        double startTime;
-        std::int16_t staleFlag;
-        bool hostReports;
-        const char* command;
-        double minSeconds, maxSeconds;
-    } cases[] = {
+    // Start time, flag before the call, whether the host reports, command, seconds waited.
+    using Case = std::tuple<const char*, double, std::int16_t, bool, const char*, double, double>;
+    const Case cases[] = {
         {"report arrives", 12 * 3600, 0, true, "ORQ_HOST_START 1", 0, 20},
         {"no report", 12 * 3600, 0, false, "ORQ_HOST_START 2", 45, 47},
         {"no report across midnight", 86390, 0, false, "ORQ_HOST_START 3", 45, 47},
         {"flag set before the call", 12 * 3600, 1, false, "ORQ_HOST_START 4", 45, 47},
         {"refused, silently", 12 * 3600, 0, true, "ORQ_HOST_START x", 45, 47},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, startTime, staleFlag, hostReports, command, least, most] : cases) {
+        SCOPED_TRACE(what);
         host->simulator().finishRunNow();
-        host->simulator().config().faults.noRunning = !c.hostReports;
-        clock.setTime(c.startTime);
-        App.GlblRunStarted = c.staleFlag;
-        const double seconds = fakeSeconds([&] { DDEExecute_RunMethod(box, c.command); });
-        EXPECT_GE(seconds, c.minSeconds);
-        EXPECT_LE(seconds, c.maxSeconds);
+        host->simulator().config().faults.noRunning = !hostReports;
+        clock.setTime(startTime);
+        App.GlblRunStarted = staleFlag;
+        const QDateTime start = clock.moment;
+        DDEExecute_RunMethod(box, command);
+        const double seconds = start.msecsTo(clock.moment) / 1000.0;
+        EXPECT_GE(seconds, least);
+        EXPECT_LE(seconds, most);
         EXPECT_EQ(App.GlblRunStarted, 0);
     }
     EXPECT_TRUE(dialogs.shown.empty());

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QTest>
-#include <functional>
 #include <memory>
 
 #include "AppState.h"
@@ -12,6 +10,7 @@
 #include "FrmOrq.h"
 #include "InProcessHost.h"
 #include "ItemFeed.h"
+#include "WaitUntil.h"
 #include "platform/RuntimeError.h"
 
 namespace sidekin::test {
@@ -36,9 +35,6 @@ protected:
         StartupFixture::TearDown();
     }
 
-    static bool serveUntil(const std::function<bool()>& done, int ms = 5000) {
-        return QTest::qWaitFor(done, ms);
-    }
     static std::vector<Shown> plainBox(const QString& text, const QString& title) {
         return {{Shown::Box, BoxStyle::Plain, text, title}};
     }

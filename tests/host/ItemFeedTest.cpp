@@ -1,16 +1,12 @@
 #include <QEvent>
 #include <QLineEdit>
 
-#include "HostCommands.h"
 #include "HostItems.h"
 #include "HostLinkFixture.h"
-#include "LinkTextBox.h"
-#include "ShowHideOrq.h"
 #include "StartupFetch.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
-namespace cmd = sidekin::commands;
 
 namespace {
 
@@ -35,78 +31,53 @@ QString boxText(const QString& value) {
 
 class ItemFeedTest : public HostLinkFixture {
 protected:
-    QList<QLineEdit*> itemBoxes() {
-        CPLinks& f = cpLinks();
-        return {f.txtDataPath,     f.txtInstPath,   f.txtMethPath,
-                f.ddeSystemStatus, f.ddeStatusTime, f.ddeRunEngineStatus};
-    }
-
-    // Loads CPLinks first, so that every box change is seen from the first delivery.
-    void recordBoxChanges() {
-        for (QLineEdit* edit : itemBoxes())
-            QObject::connect(edit, &QLineEdit::textChanged,
-                             [this, edit] { changes << edit->objectName(); });
-    }
-
     // Pushes a new value: its box shows it once the program serves its events, not before.
     void pushAndWait(const QString& item, const QString& value, QLineEdit* edit) {
         host->simulator().publish(item, value);
         EXPECT_NE(edit->text(), boxText(value));
-        EXPECT_TRUE(serveUntil([&] { return edit->text() == boxText(value); }))
+        EXPECT_TRUE(waitUntil([&] { return edit->text() == boxText(value); }))
             << item.toStdString();
     }
-
-    void holdSixItems() {
-        host->simulator().publish(items::DataPath, "C:\\HOST\\DATA\\");
-        host->simulator().publish(items::InstPath, "/opt/host/1/inst.cfg");
-        host->simulator().publish(items::MethPath, "C:\\HOST\\METHODS\\DEF.M");
-        host->simulator().publish(items::SystemStatus, "Ready|Idle");
-        host->simulator().publish(items::StatusTime, "Idle|00:00");
-        host->simulator().publish(items::RunEngine, "Idle");
-    }
-
-    const std::vector<Shown> startupBox =
-        plainBox("DDE Initialization NOT Successful !", "VB DDE Error");
-    QStringList changes;
 };
 
+// Other events served inside a notice's yield lose none of the notices.
 TEST_F(ItemFeedTest, StartupDeliversPathsBeforeStatusItems) {
-    holdSixItems();
-    recordBoxChanges();
+    const std::pair<QString, QString> held[] = {{items::DataPath, "C:\\HOST\\DATA\\"},
+                                                {items::InstPath, "/opt/host/1/inst.cfg"},
+                                                {items::MethPath, "C:\\HOST\\METHODS\\DEF.M"},
+                                                {items::SystemStatus, "Ready|Idle"},
+                                                {items::StatusTime, "Idle|00:00"},
+                                                {items::RunEngine, "Idle"}};
+    for (const auto& [item, value] : held) host->simulator().publish(item, value);
+    QStringList changes;  // CPLinks loaded first, so every box change is seen from the first
+    CPLinks& f = cpLinks();
+    for (QLineEdit* edit : {f.txtDataPath, f.txtInstPath, f.txtMethPath, f.ddeSystemStatus,
+                            f.ddeStatusTime, f.ddeRunEngineStatus})
+        QObject::connect(edit, &QLineEdit::textChanged,
+                         [&, edit] { changes << edit->objectName(); });
+    NoticeWatch otherEvents(true);
+    f.installEventFilter(&otherEvents);
     OpenDDELinks();
-    EXPECT_EQ(dialogs.shown, startupBox);  // shown even when all went well
+    EXPECT_EQ(dialogs.shown, plainBox("DDE Initialization NOT Successful !", "VB DDE Error"))
+        << "shown even when all went well";
     QStringList advised;
     for (const QString& item : QStringList(App.DDEItems.begin(), App.DDEItems.begin() + 6))
         advised << "1 TestHost Advise CPNOWAIT " + item;
     EXPECT_EQ(host->frames(), advised);
-    serveUntil([&] { return changes.size() >= 6; }, 3000);
+    waitUntil([&] { return changes.size() >= 6; });
     EXPECT_EQ(changes, QStringList({"txtDataPath", "txtInstPath", "txtMethPath", "ddeSystemStatus",
                                     "ddeStatusTime", "ddeRunEngineStatus"}));
     EXPECT_EQ(App.GlblDataDir, "C:\\HOST\\DATA\\");
     EXPECT_EQ(App.GlblInstDir, "/opt/host/1/");
     EXPECT_EQ(App.GlblIniFile, "/opt/host/1/ORQ.INI");
     EXPECT_EQ(App.GlblMethodDir, "C:\\HOST\\METHODS\\");
-    EXPECT_EQ(cpLinks().ddeSystemStatus->text(), boxText("Ready|Idle"));
-}
-
-TEST_F(ItemFeedTest, NoticeIsNotLostWhenAnotherIsServedInsideItsYield) {
-    holdSixItems();
-    recordBoxChanges();
-    NoticeWatch otherEvents(true);
-    cpLinks().installEventFilter(&otherEvents);
-    OpenDDELinks();
-    serveUntil([&] { return changes.size() >= 6; }, 2000);
-    EXPECT_EQ(changes.size(), 6);
-    EXPECT_EQ(App.GlblIniFile, "/opt/host/1/ORQ.INI");
+    EXPECT_EQ(f.ddeSystemStatus->text(), boxText("Ready|Idle"));
 }
 
 TEST_F(ItemFeedTest, InstrumentPathGivesFolderAndIniFile) {
     OpenDDELinks();
-    const struct {
-        const char* value;
-        const char* folder;   // as it stands
-        const char* iniFile;  // trimmed
-    } cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        // folder as it stands
         {"C:\\HOST\\1\\", "C:\\HOST\\1\\", "C:\\HOST\\1\\ORQ.INI"},
         {"C:\\HOST\\1\\inst.cfg", "C:\\HOST\\1\\", "C:\\HOST\\1\\ORQ.INI"},
         {"/opt/host/1/", "/opt/host/1/", "/opt/host/1/ORQ.INI"},
@@ -114,10 +85,10 @@ TEST_F(ItemFeedTest, InstrumentPathGivesFolderAndIniFile) {
         {"  /opt/h/inst.cfg", "  /opt/h/", "/opt/h/ORQ.INI"},
         {"inst.cfg", "", "ORQ.INI"},
     };
-    for (const auto& c : cases) {
-        pushAndWait(items::InstPath, c.value, cpLinks().txtInstPath);
-        EXPECT_EQ(App.GlblInstDir, c.folder);
-        EXPECT_EQ(App.GlblIniFile, c.iniFile);
+    for (auto [value, folder, iniFile] : cases) {
+        pushAndWait(items::InstPath, value, cpLinks().txtInstPath);
+        EXPECT_EQ(App.GlblInstDir, folder);
+        EXPECT_EQ(App.GlblIniFile, iniFile);
     }
     pushAndWait(items::DataPath, "  /data/x.d", cpLinks().txtDataPath);
     EXPECT_EQ(App.GlblDataDir, "/data/");
@@ -126,7 +97,7 @@ TEST_F(ItemFeedTest, InstrumentPathGivesFolderAndIniFile) {
 TEST_F(ItemFeedTest, StatusValuesFillExactlyEightyCharactersAndRepeatsRaiseNothing) {
     OpenDDELinks();
     QLineEdit* status = cpLinks().ddeSystemStatus;
-    ASSERT_TRUE(serveUntil([&] { return !status->text().isEmpty(); }));  // the value at advise
+    ASSERT_TRUE(waitUntil([&] { return !status->text().isEmpty(); }));  // the value at advise
     NoticeWatch notices;
     cpLinks().installEventFilter(&notices);
     int changed = 0;
@@ -134,41 +105,28 @@ TEST_F(ItemFeedTest, StatusValuesFillExactlyEightyCharactersAndRepeatsRaiseNothi
 
     pushAndWait(items::SystemStatus, "Ready|Idle", status);
     EXPECT_EQ(status->text().size(), 80);
-    const QString longValue = QString(100, u'x');
-    host->simulator().publish(items::SystemStatus, longValue);
-    EXPECT_TRUE(serveUntil([&] { return status->text() == QString(80, u'x'); }));
+    host->simulator().publish(items::SystemStatus, QString(100, u'x'));
+    EXPECT_TRUE(waitUntil([&] { return status->text() == QString(80, u'x'); }));
     EXPECT_EQ(changed, 2);
 
     // Equal once cut: a notice comes, but the box does not change.
     for (const QString& same : {QString(90, u'x'), QString(95, u'x')}) {
         const int before = notices.count;
         host->simulator().publish(items::SystemStatus, same);
-        EXPECT_TRUE(serveUntil([&] { return notices.count > before; }));
+        EXPECT_TRUE(waitUntil([&] { return notices.count > before; }));
         EXPECT_EQ(changed, 2);
     }
 }
 
 TEST_F(ItemFeedTest, KeyCodeOutsideTheTableIsSubscriptOutOfRange) {
     FillArray();
-    const struct {
-        int key;
-        bool box;
-    } cases[] = {{0, false}, {5, false}, {10, false}, {11, true}, {-1, true}};
-    for (const auto& c : cases) {
+    for (auto [key, box] : {std::pair{0, false}, {5, false}, {10, false}, {11, true}, {-1, true}}) {
         dialogs.shown.clear();
-        cpLinks().Form_KeyPress(c.key);
-        EXPECT_EQ(dialogs.shown, c.box ? plainBox("Subscript out of range", "Form_KeyPress")
-                                       : std::vector<Shown>{})
-            << c.key;
+        cpLinks().Form_KeyPress(key);
+        EXPECT_EQ(dialogs.shown,
+                  box ? plainBox("Subscript out of range", "Form_KeyPress") : std::vector<Shown>{})
+            << key;
     }
-}
-
-TEST_F(ItemFeedTest, HotLinkWithoutHostShowsItsBoxAndLeavesTheWindowAlone) {
-    host->kill();
-    iNITddesHOWorq();
-    EXPECT_EQ(dialogs.shown,
-              plainBox("No foreign application responded to a DDE initiate", "iNITddesHOWorq"));
-    EXPECT_FALSE(frmORQ().isVisible());
 }
 
 }  // namespace

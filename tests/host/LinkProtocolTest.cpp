@@ -66,10 +66,7 @@ TEST(LinkProtocolTest, BodyOfExactlyTheLimitIsAccepted) {
 
 TEST(LinkProtocolTest, MalformedFrameLeavesTheReaderFailed) {
     const QByteArray texts = text("CPWAIT") + text("x") + text("");
-    const struct {
-        const char* what;
-        QByteArray bytes;
-    } cases[] = {
+    const std::pair<const char*, QByteArray> cases[] = {
         {"length over the limit, header alone", u32(MaxFrameBytes + 1)},
         {"length too short for verb, id and three lengths", framed(QByteArray(16, '\0'))},
         {"unknown verb 4", framed(body(4, texts))},
@@ -78,10 +75,10 @@ TEST(LinkProtocolTest, MalformedFrameLeavesTheReaderFailed) {
         {"trailing bytes", framed(body(2, texts + "!"))},
     };
     const QByteArray good = encode({Verb::Ack, 1, "", "", ""});
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, bytes] : cases) {
+        SCOPED_TRACE(what);
         FrameReader reader;
-        reader.feed(c.bytes + good);
+        reader.feed(bytes + good);
         EXPECT_EQ(reader.next(), std::nullopt);
         EXPECT_TRUE(reader.failed());
         reader.feed(good);

@@ -1,23 +1,15 @@
 #include <signal.h>
 
-#include <QFile>
-#include <QLineEdit>
-
 #include "AppState.h"
-#include "CPLinks.h"
 #include "ErrorOf.h"
 #include "FormsFixture.h"
 #include "FrmOrq.h"
-#include "HostCommands.h"
-#include "HostConversation.h"
 #include "HostItems.h"
 #include "HostLink.h"
-#include "ItemFeed.h"
 #include "LinkProtocol.h"
 #include "LinkTextBox.h"
 #include "ShowHideOrq.h"
 #include "SimulatorProcess.h"
-#include "StartupFetch.h"
 
 using namespace sidekin;
 using namespace sidekin::test;
@@ -42,12 +34,6 @@ protected:
         FormsFixture::TearDown();
         host.reset();
     }
-    QString ask(const QString& question, const QString& variable) {
-        DDEexecute(link(), question);
-        DDERequest(link(), variable);
-        return link().text();
-    }
-    LinkTextBox& link() { return *frmORQ().ddeDummy; }
     std::unique_ptr<SimulatorProcess> host;
 };
 

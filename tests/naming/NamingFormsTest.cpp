@@ -52,12 +52,6 @@ TEST_F(FileNameTest, NamesRefusedBeforeAskingTheHost) {
     EXPECT_EQ(name, forty + " x") << "the trimming reaches the caller's variable";
 }
 
-TEST_F(FileNameTest, ReplaceStringReplacesEveryOccurrenceByCharacterCode) {
-    EXPECT_EQ(ReplaceString("<N> of <N>", "<N>", "3"), "3 of 3");
-    EXPECT_EQ(ReplaceString("a\tb", "\t", "  "), "a  b");
-    EXPECT_EQ(ReplaceString("<n>", "<N>", "3"), "<n>");
-}
-
 TEST_F(FileNameTest, ReturnMovesTheFocusOnButOtherKeysPass) {
     QWidget form;
     auto* first = new QLineEdit(&form);

@@ -1,5 +1,9 @@
+#include <QDir>
 #include <QFile>
+#include <QProcess>
+#include <QRandomGenerator>
 #include <QTimer>
+#include <csignal>
 
 #include "AppState.h"
 #include "Counters.h"
@@ -7,6 +11,7 @@
 #include "Profile.h"
 #include "Sleep.h"
 #include "StartupFixture.h"
+#include "platform/ProfileFile.h"
 #include "platform/RuntimeError.h"
 
 using namespace sidekin;
@@ -99,6 +104,40 @@ TEST_F(NamingTest, SleepWaitsTheTimeAcrossMidnightAndServesEvents) {
     sidekin::sleep(0.5f);
     EXPECT_NEAR(clock.moment.toMSecsSinceEpoch() - before, 500, 60) << "the time, not a day";
     EXPECT_TRUE(served);
+}
+
+// Whenever the process dies: the bytes around the count stay whole, the count never moves
+// back, a handed-out name is never reissued, and a later write clears the dead temporaries.
+TEST(CounterKillTest, StoredCountNeverGoesBack) {
+    test::TempFolder folder;
+    const QByteArray head =
+        "; lab counters\r\n[Operators]\r\nNumOperators=1\r\nOperator1=Ana Ruiz\r\n"
+        "[Oil,FAME]\r\nDataFileNaming=PrefixCounter\r\n";
+    const QByteArray tail = "InfoLine=  run ; blank  \r\n[System]\r\nDataSubDirMode=Manual\r\n";
+    const QString ini = folder.write("ORQ.INI", head + "DataFile=OIL,0\r\n" + tail);
+    QRandomGenerator random(20261122);
+    int lastStored = 0;
+    for (int round = 0; round < 60; ++round) {
+        QProcess child;
+        child.start(QStringLiteral(COUNTER_CHILD), {ini});
+        ASSERT_TRUE(child.waitForStarted(5000));
+        const int namesWanted = random.bounded(1, 6);
+        int lastHanded = -1;
+        while (lastHanded < lastStored + namesWanted - 1 && child.waitForReadyRead(5000))
+            while (child.canReadLine()) lastHanded = child.readLine().trimmed().mid(3).toInt();
+        ::kill(static_cast<pid_t>(child.processId()), SIGKILL);
+        child.waitForFinished(5000);
+
+        const QByteArray bytes = folder.read("ORQ.INI");
+        ASSERT_TRUE(bytes.startsWith(head) && bytes.endsWith(tail)) << "round " << round;
+        const QString value = GetPvtProfileStr("Oil,FAME", "DataFile", ini);
+        ASSERT_TRUE(value.startsWith("OIL,")) << value.toStdString();
+        const int stored = value.mid(4).toInt();
+        EXPECT_TRUE(stored >= lastStored && stored > lastHanded) << "round " << round;
+        lastStored = stored;
+    }
+    ASSERT_EQ(WritePrivateProfileStringA("Oil,FAME", "DataFile", "OIL,0", ini), 1);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"ORQ.INI"});
 }
 
 }  // namespace

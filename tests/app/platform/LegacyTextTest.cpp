@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "ErrorOf.h"
+#include "platform/DateFormats.h"
 #include "platform/LegacyText.h"
 #include "platform/RuntimeError.h"
 
@@ -34,19 +35,28 @@ TEST(LegacyTextTest, TrimTakesOnlySpacesAndBuffersEndAtTheFirstNul) {
 }
 
 TEST(LegacyTextTest, NumbersInLegacyForms) {
-    const struct {
-        double value;
-        const char* str;
-    } rows[] = {{5, " 5"},         {0, " 0"},         {-5, "-5"},       {2.5, " 2.5"},
-                {0.5, " .5"},      {-0.25, "-.25"},   {1e15, " 1E+15"}, {1e-5, " 1E-05"},
-                {32767, " 32767"}, {0.0001, " .0001"}};
-    for (auto row : rows) {
-        EXPECT_EQ(Str(row.value), QString::fromLatin1(row.str)) << row.value;
-        EXPECT_EQ(CStr(row.value), QString::fromLatin1(row.str).trimmed()) << row.value;
+    const std::pair<double, const char*> rows[] = {
+        {5, " 5"},       {0, " 0"},        {-5, "-5"},       {2.5, " 2.5"},     {0.5, " .5"},
+        {-0.25, "-.25"}, {1e15, " 1E+15"}, {1e-5, " 1E-05"}, {32767, " 32767"}, {0.0001, " .0001"}};
+    for (auto [value, text] : rows) {
+        EXPECT_EQ(Str(value), QString::fromLatin1(text)) << value;
+        EXPECT_EQ(CStr(value), QString::fromLatin1(text).trimmed()) << value;
     }
     EXPECT_EQ(FormatZeros(7, "000"), "007");
     EXPECT_EQ(FormatZeros(1234, "00"), "1234");
     EXPECT_EQ(FormatZeros(-7, "000"), "-007");
+}
+
+// The sub folder names try the date formats on two-digit months and days.
+TEST(DateFormatsTest, EachKnownFormat) {
+    const QDateTime moment(QDate(2024, 11, 22), QTime(15, 4, 5));
+    EXPECT_EQ(FormatDate(QDateTime(QDate(2026, 3, 5), QTime()), "mmdd"), "0305");
+    EXPECT_EQ(FormatDate(QDateTime(QDate(2026, 2, 1), QTime()), "y"), "32");  // day of the year
+    const QString date = FormatDate(moment, "dddddd");
+    EXPECT_TRUE(date.contains("2024") && date.contains("22")) << date.toStdString();
+    const QString time = FormatDate(moment, "ttttt");
+    EXPECT_TRUE(time.contains("04") && time.contains("05")) << time.toStdString();
+    EXPECT_EQ(errorOf([&] { FormatDate(moment, "dd.mm"); }), ErrInvalidCall);
 }
 
 }  // namespace

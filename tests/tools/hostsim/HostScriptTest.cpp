@@ -1,9 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QLocalSocket>
+
 #include "HostScript.h"
+#include "LinkProtocol.h"
 #include "QtPrinters.h"
+#include "SimulatorProcess.h"
 
 using namespace sidekin::hostsim;
+using namespace sidekin::test;
+namespace lp = sidekin::link;
 
 namespace {
 
@@ -30,30 +37,19 @@ QString parsed(const char* text) {
 }
 
 TEST(HostScript, ParsesTheCommandsTheProgramSendsAndRefusesTheRest) {
-    const struct {
-        const char* name;
-        const char* text;
-        const char* expected;
-    } rows[] = {
-        {"fullRun", R"(ORQ_PrepareSingleRun "T", 1, "A1", 105, "A1", "1.5", "2", "s1", "s2", "n")",
-         "T|1|A1|105|A1|1.5|2|s1|s2|n"},
-        {"vialLeftOut", R"(ORQ_PrepareSingleRun "T", 2, "A1", , "A1", "", "", "", "", "")",
-         "T|2|A1||A1|||||"},
-        {"quotesInsideEndOnlyBeforeComma",
-         R"(ORQ_PrepareSingleRun "M", 1, "say "hi", now", 3, "F", "", "", "", "", "x, y;z")",
-         "M|1|say \"hi\", now|3|F|||||x, y;z"},
-        {"lastRunsToTheFinalQuote",
-         R"(ORQ_PrepareSingleRun "M", 1, "S", 2, "F", "", "", "", "", "a", "b")",
-         "M|1|S|2|F|||||a\", \"b"},
+    const std::tuple<const char*, const char*, const char*> rows[] = {
+        // clang-format off
+        {"fullRun", R"(ORQ_PrepareSingleRun "T", 1, "A1", 105, "A1", "1.5", "2", "s1", "s2", "n")", "T|1|A1|105|A1|1.5|2|s1|s2|n"},
+        {"vialLeftOut", R"(ORQ_PrepareSingleRun "T", 2, "A1", , "A1", "", "", "", "", "")", "T|2|A1||A1|||||"},
+        {"quotesInsideEndOnlyBeforeComma", R"(ORQ_PrepareSingleRun "M", 1, "say "hi", now", 3, "F", "", "", "", "", "x, y;z")", "M|1|say \"hi\", now|3|F|||||x, y;z"},
+        {"lastRunsToTheFinalQuote", R"(ORQ_PrepareSingleRun "M", 1, "S", 2, "F", "", "", "", "", "a", "b")", "M|1|S|2|F|||||a\", \"b"},
         {"methodIsTheFirstWord", "ORQ_LoadMethod TWO WORDS", "load TWO"},
-        {"fileStatements", R"(On Error Open "x" For Output As #3; Close #3; Delete "x",DontAsk)",
-         "ok; ok; ok"},
+        {"fileStatements", R"(On Error Open "x" For Output As #3; Close #3; Delete "x",DontAsk)", "ok; ok; ok"},
         {"questions", "ddeORQ = ORQCheckIfValidVial(1, 2); ORQ_HOST_START 4", "ok; ok"},
         {"empty", "", "refused"},
         {"unknownStatement", "HELLO", "refused"},
         {"nineArguments", R"(ORQ_PrepareSingleRun "M", 1, "S", 1, "F", "", "", "", "")", "refused"},
-        {"injectorNotANumber", R"(ORQ_PrepareSingleRun "M", X, "S", 1, "F", "", "", "", "", "")",
-         "refused"},
+        {"injectorNotANumber", R"(ORQ_PrepareSingleRun "M", X, "S", 1, "F", "", "", "", "", "")", "refused"},
         {"startWithoutRow", "ORQ_HOST_START 1x", "refused"},
         {"unknownMacro", "ORQ_Unknown 1", "refused"},
         {"unknownFunction", "ddeORQ = NoSuchFunction(1)", "refused"},
@@ -61,8 +57,42 @@ TEST(HostScript, ParsesTheCommandsTheProgramSendsAndRefusesTheRest) {
         {"textIntoNumber", "ddeORQ$ = ORQCheckIfValidVial( 1, 2)", "refused"},
         {"openWithoutChannel", R"(Open "x" For Output)", "refused"},
         {"nestedOnError", "On Error On Error x=1", "refused"},
+        // clang-format on
     };
-    for (const auto& row : rows) EXPECT_EQ(parsed(row.text), row.expected) << row.name;
+    for (auto [name, text, expected] : rows) EXPECT_EQ(parsed(text), expected) << name;
+}
+
+// The simulator as the front end meets it: it launches the program with the
+// five-field command line and the profile folder, then serves its items.
+TEST(HostSimProcess, LaunchesTheFrontEndAndServesItsItems) {
+    TempFolder dir;
+    const QString program =
+        dir.write("front-end.sh",
+                  "#!/bin/sh\necho \"$1 $ZENTROVAR_CONFIG_DIR\" > \"$(dirname \"$0\")/out\"\n");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    SimulatorProcess host({"--instrument", "2", "--offline", "--launch", program});
+    ASSERT_TRUE(host.started());
+    const QByteArray launched = "0|" + host.service().toUtf8() + "|\"" + dir.path().toUtf8() +
+                                "/\"|2|1 " + host.configFolder().toUtf8() + "\n";
+    EXPECT_TRUE(waitUntil([&] { return dir.read("out") == launched; })) << dir.read("out").data();
+
+    QLocalSocket socket;
+    lp::FrameReader reader;
+    QList<lp::Frame> frames;
+    QObject::connect(&socket, &QLocalSocket::readyRead, &socket, [&] {
+        reader.feed(socket.readAll());
+        while (auto frame = reader.next()) frames << *frame;
+    });
+    socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
+    socket.connectToServer(lp::serverName(host.service()));
+    socket.write(lp::encode({lp::Verb::Advise, 1, lp::TopicNoWait, "ShowORQ$", {}}));
+    ASSERT_TRUE(waitUntil([&] { return !frames.isEmpty(); }));
+    EXPECT_EQ(frames.front().verb, lp::Verb::Ack);
+    host.control("show 01");
+    EXPECT_TRUE(waitUntil([&] {
+        return frames.size() > 1 && frames.back().verb == lp::Verb::Update &&
+               frames.back().name == "ShowORQ$" && frames.back().value == "01" + lp::LineEnd;
+    }));
 }
 
 }  // namespace

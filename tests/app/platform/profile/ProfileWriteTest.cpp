@@ -14,80 +14,60 @@ using sidekin::test::TempFolder;
 
 namespace {
 
-struct Write {
-    const char* name;
-    QByteArray before;  // null: no file yet
-    QString section;
-    QString key;
-    QString value;
-    QByteArray after;
-};
-
-class ProfileWrite : public testing::TestWithParam<Write> {};
-
-TEST_P(ProfileWrite, OnlyTheKeyChanges) {
-    const Write& row = GetParam();
-    TempFolder dir;
-    if (!row.before.isNull()) dir.write("ORQ.INI", row.before);
-    ASSERT_EQ(WritePrivateProfileStringA(row.section, row.key, row.value, dir.file("ORQ.INI")), 1);
-    EXPECT_EQ(dir.read("ORQ.INI"), row.after);
-    EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"ORQ.INI"}));
-    QString readBack;
-    GetPrivateProfileStringA(row.section, row.key, "DEFAULT", readBack, 256, dir.file("ORQ.INI"));
-    EXPECT_EQ(readBack, QString(row.value).replace(u'\r', u' ').replace(u'\n', u' '));
+// Each write changes only its key's bytes, leaves no temporary and reads back.
+TEST(ProfileWrite, OnlyTheKeyChanges) {
+    const struct {
+        const char* name;
+        QByteArray before;  // null: no file yet
+        QString section, key, value;
+        QByteArray after;
+    } rows[] = {
+        // clang-format off
+        {"replaceKeepsSpellingAndOtherBytes", "; lab\r\n[Diesel,FAME]\r\n  DataFile = OIL,7 \r\nInfoLine= keep  \r\n", "diesel,fame", "DATAFILE", "OIL,8", "; lab\r\n[Diesel,FAME]\r\nDataFile=OIL,8\r\nInfoLine= keep  \r\n"},
+        {"onlyFirstDuplicateChanges", "[S]\nk=1\nK=2\n[s]\nk=3\n", "S", "k", "9", "[S]\nk=9\nK=2\n[s]\nk=3\n"},
+        {"newKeyAfterLastNonBlankLine", "[S]\na=1\n; note\n\n\n[T]\n", "S", "b", "2", "[S]\na=1\n; note\nb=2\n\n\n[T]\n"},
+        {"newKeyEndsUnterminatedFile", "[S]\r\na=1", " S ", " b ", "2", "[S]\r\na=1\r\nb=2\r\n"},
+        {"newKeyUnderEmptyHeader", "[S]\r[T]\rx=1\r", "T", "y", "", "[S]\r[T]\rx=1\ry=\r"},
+        {"newSectionBeforeCtrlZ", "[S]\r\na=1\x1A", "New", "k", "v", "[S]\r\na=1\r\n[New]\r\nk=v\r\n\x1A"},
+        {"ctrlZEndingLastValueKept", "[S]\nk=1", "S", "k", "x\x1A", "[S]\nk=x\x1A\n"},
+        {"orphanKeyIsNoSection", "k=1\n", "S", "k", "2", "k=1\n[S]\nk=2\n"},
+        {"lineBreaksInValueBecomeBlanks", "[S]\nk=1\nz=2\n", "S", "k", "a\r\nb\nc\rd", "[S]\nk=a  b c d\nz=2\n"},
+        {"utf8MarkKeptAndMarkCharIsText", "\xEF\xBB\xBF[S]\n\xEF\xBB\xBFk=1\n", "S", QStringLiteral("\uFEFFk"), QStringLiteral("\uFEFFv"), "\xEF\xBB\xBF[S]\n\xEF\xBB\xBFk=\xEF\xBB\xBFv\n"},
+        {"cp1252Kept", "[S]\r\nk=\x80\r\n[\xFF]\r\nz=\x81\x8D\r\n", "s", "k", "\u00E9\u20AC", "[S]\r\nk=\xE9\x80\r\n[\xFF]\r\nz=\x81\x8D\r\n"},
+        {"cp1252BecomesUtf8ForOtherText", "[S]\nk=1\nz=\xE9\x1A", "S", "k", "\u03A9", "[S]\nk=\xCE\xA9\nz=\xC3\xA9\x1A"},
+        {"cp1252BecomesUtf8RatherThanReadAsUtf8", "[S]\nk=\xE9\n", "S", "k", "\u00C3\u00A9", "[S]\nk=\xC3\x83\xC2\xA9\n"},
+        {"utf16Kept", utf16File("[S]\r\nk=1\r\n[T]\r\nz=\u00E9\r\n\x1A"), "S", "k", "\u03A9\u20AC", utf16File("[S]\r\nk=\u03A9\u20AC\r\n[T]\r\nz=\u00E9\r\n\x1A")},
+        {"missingFileCreated", QByteArray(), "S", "k", "v", "[S]\nk=v\n"},
+        // clang-format on
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        TempFolder dir;
+        const QString file = dir.file("ORQ.INI");
+        if (!row.before.isNull()) dir.write("ORQ.INI", row.before);
+        ASSERT_EQ(WritePrivateProfileStringA(row.section, row.key, row.value, file), 1);
+        EXPECT_EQ(dir.read("ORQ.INI"), row.after);
+        EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList({"ORQ.INI"}));
+        QString readBack;
+        GetPrivateProfileStringA(row.section, row.key, "DEFAULT", readBack, 256, file);
+        EXPECT_EQ(readBack, QString(row.value).replace(u'\r', u' ').replace(u'\n', u' '));
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Bytes, ProfileWrite,
-    testing::Values(
-        Write{"replaceKeepsSpellingAndOtherBytes",
-              "; lab\r\n[Diesel,FAME]\r\n  DataFile = OIL,7 \r\nInfoLine= keep  \r\n",
-              "diesel,fame", "DATAFILE", "OIL,8",
-              "; lab\r\n[Diesel,FAME]\r\nDataFile=OIL,8\r\nInfoLine= keep  \r\n"},
-        Write{"onlyFirstDuplicateChanges", "[S]\nk=1\nK=2\n[s]\nk=3\n", "S", "k", "9",
-              "[S]\nk=9\nK=2\n[s]\nk=3\n"},
-        Write{"newKeyAfterLastNonBlankLine", "[S]\na=1\n; note\n\n\n[T]\n", "S", "b", "2",
-              "[S]\na=1\n; note\nb=2\n\n\n[T]\n"},
-        Write{"newKeyEndsUnterminatedFile", "[S]\r\na=1", " S ", " b ", "2",
-              "[S]\r\na=1\r\nb=2\r\n"},
-        Write{"newKeyUnderEmptyHeader", "[S]\r[T]\rx=1\r", "T", "y", "", "[S]\r[T]\rx=1\ry=\r"},
-        Write{"newSectionBeforeCtrlZ", "[S]\r\na=1\x1A", "New", "k", "v",
-              "[S]\r\na=1\r\n[New]\r\nk=v\r\n\x1A"},
-        Write{"ctrlZEndingLastValueKept", "[S]\nk=1", "S", "k", "x\x1A", "[S]\nk=x\x1A\n"},
-        Write{"orphanKeyIsNoSection", "k=1\n", "S", "k", "2", "k=1\n[S]\nk=2\n"},
-        Write{"lineBreaksInValueBecomeBlanks", "[S]\nk=1\nz=2\n", "S", "k", "a\r\nb\nc\rd",
-              "[S]\nk=a  b c d\nz=2\n"},
-        Write{"utf8MarkKeptAndMarkCharIsText", "\xEF\xBB\xBF[S]\n\xEF\xBB\xBFk=1\n", "S",
-              QStringLiteral("\uFEFFk"), QStringLiteral("\uFEFFv"),
-              "\xEF\xBB\xBF[S]\n\xEF\xBB\xBFk=\xEF\xBB\xBFv\n"},
-        Write{"cp1252Kept", "[S]\r\nk=\x80\r\n[\xFF]\r\nz=\x81\x8D\r\n", "s", "k", "\u00E9\u20AC",
-              "[S]\r\nk=\xE9\x80\r\n[\xFF]\r\nz=\x81\x8D\r\n"},
-        Write{"cp1252BecomesUtf8ForOtherText", "[S]\nk=1\nz=\xE9\x1A", "S", "k", "\u03A9",
-              "[S]\nk=\xCE\xA9\nz=\xC3\xA9\x1A"},
-        Write{"cp1252BecomesUtf8RatherThanReadAsUtf8", "[S]\nk=\xE9\n", "S", "k", "\u00C3\u00A9",
-              "[S]\nk=\xC3\x83\xC2\xA9\n"},
-        Write{"utf16Kept", utf16File("[S]\r\nk=1\r\n[T]\r\nz=\u00E9\r\n\x1A"), "S", "k",
-              "\u03A9\u20AC", utf16File("[S]\r\nk=\u03A9\u20AC\r\n[T]\r\nz=\u00E9\r\n\x1A")},
-        Write{"missingFileCreated", QByteArray(), "S", "k", "v", "[S]\nk=v\n"}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(ProfileWriteFailure, AnswersZeroAndLeavesFileAlone) {
     TempFolder dir;
     const QString readOnly = dir.write("ro.ini", "[S]\nk=1\n");
     QFile::setPermissions(readOnly, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
     QDir(dir.path()).mkdir("folder.ini");
-    const struct {
-        const char* name;
-        QString file;
-        QString key;
-    } rows[] = {{"read-only file", readOnly, "k"},
-                {"missing folder", dir.file("missing/x.ini"), "k"},
-                {"folder in the way", dir.file("folder.ini"), "k"},
-                {"no file name", QString(), "k"},
-                {"key that reads back as another", dir.file("new.ini"), "a=b"},
-                {"no key name", dir.file("new.ini"), "  "}};
-    for (const auto& row : rows)
-        EXPECT_EQ(WritePrivateProfileStringA("S", row.key, "2", row.file), 0) << row.name;
+    const std::tuple<const char*, QString, QString> rows[] = {
+        {"read-only file", readOnly, "k"},
+        {"missing folder", dir.file("missing/x.ini"), "k"},
+        {"folder in the way", dir.file("folder.ini"), "k"},
+        {"no file name", QString(), "k"},
+        {"key that reads back as another", dir.file("new.ini"), "a=b"},
+        {"no key name", dir.file("new.ini"), "  "}};
+    for (const auto& [name, file, key] : rows)
+        EXPECT_EQ(WritePrivateProfileStringA("S", key, "2", file), 0) << name;
     EXPECT_EQ(dir.read("ro.ini"), "[S]\nk=1\n");
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
               QStringList({"folder.ini", "ro.ini"}));
