@@ -4,6 +4,8 @@
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QTimer>
+#include <csignal>
+#include <sys/prctl.h>
 
 #include "WaitUntil.h"
 
@@ -15,6 +17,9 @@ SimulatorProcess::SimulatorProcess(QStringList extraArguments) {
     QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_,
                      [this] { out_ += process_.readAllStandardOutput(); });
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A test killed by its time limit takes the simulator with it, which would
+    // otherwise keep the test runner waiting on the shared error output.
+    process_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     process_.start(QStringLiteral(HOSTSIM_EXE),
                    QStringList{"--service", service_, "--root", folder_.file("host"), "--ini",
                                folder_.file("zentrovar.ini"), "--write-ini", "--log",
