@@ -16,8 +16,8 @@ SimulatorProcess::SimulatorProcess(QStringList extraArguments) {
                      [this] { out_ += process_.readAllStandardOutput(); });
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process_.start(QStringLiteral(HOSTSIM_EXE),
-                   QStringList{"--service", service_, "--root", folder_.file("host"), "--ini",
-                               folder_.file("zentrovar.ini"), "--write-ini", "--log",
+                   QStringList{"--no-window", "--service", service_, "--root", folder_.file("host"),
+                               "--ini", folder_.file("zentrovar.ini"), "--write-ini", "--log",
                                folder_.file("frames.log")} +
                        extraArguments);
     ready_ = waitUntil([this] { return out_.contains("ready\n"); }, 10000);
