@@ -114,8 +114,7 @@ void SimulatorWindow::refresh() {
     const QString method = simulator_.loadedMethod();
     method_->setText(method.isEmpty() ? QStringLiteral("none loaded") : method);
     QString engine = simulator_.value(items::RunEngine).value_or(QString());
-    if (simulator_.runInProgress())
-        engine += QStringLiteral(", row %1").arg(simulator_.runRow());
+    if (simulator_.runInProgress()) engine += QStringLiteral(", row %1").arg(simulator_.runRow());
     engine_->setText(engine);
     const QString time = simulator_.value(items::StatusTime).value_or(QString());
     runTime_->setText(field(time, 1) + u' ' + field(time, 2));
