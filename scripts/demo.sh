@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Sets up, builds and starts the demo: the host simulator with its demo
-# instrument, and Sidekin started by it the way the host starts it.
+# instrument, and Sidekin started by it the way the host starts it. With a
+# display the simulator opens its window and Sidekin takes its place inside it.
 # Control lines typed here go to the simulator (see docs/host-simulator.md),
 # e.g. "show 01" hides the window, "show 00" ends Sidekin, "quit" ends the demo.
 # Without a display the demo runs in a virtual one for a short while.

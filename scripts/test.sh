@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Sets up, builds (warnings as errors) and runs every check and test: the
-# format and library-graph checks, the suite, then a short fuzz of every fuzz
-# target. Widget tests run offscreen; the X11 tests start their own Xvfb.
+# format and library-graph checks, the suite, a short fuzz of every fuzz
+# target, then the suite again under the sanitizers (clang). Widget tests run
+# offscreen; the X11 tests start their own Xvfb.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export SIDEKIN_WERROR=ON
@@ -14,3 +15,6 @@ mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
 ctest --test-dir "${BUILD_DIR:-build}" --output-on-failure -j"$(nproc)"
 # Every fuzz target for a few seconds from its seeds: any finding fails the run.
 FUZZ_SECONDS=${FUZZ_SECONDS:-10} scripts/fuzz-smoke.sh
+# The whole suite once more, built with clang under AddressSanitizer and
+# UndefinedBehaviorSanitizer, leaks included.
+scripts/sanitize.sh

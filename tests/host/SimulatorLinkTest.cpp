@@ -69,7 +69,7 @@ TEST_F(SimulatorLinkTest, SocketFaultsBecomeTheLinkErrors) {
     EXPECT_EQ(errorOf([] { link::hostLink().open("NobodyServesThis"); }), link::ErrNoHost);
 }
 
-TEST_F(SimulatorLinkTest, HotLinkFollowsShowValues) {
+TEST_F(SimulatorLinkTest, HotLinkFollowsShowValuesAndEndsTheProgram) {
     frmORQ();
     iNITddesHOWorq();
     EXPECT_EQ(frmORQ().ddeShowORQ->text(), "11\r\n");

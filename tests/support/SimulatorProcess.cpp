@@ -21,8 +21,8 @@ SimulatorProcess::SimulatorProcess(QStringList extraArguments) {
     // otherwise keep the test runner waiting on the shared error output.
     process_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
     process_.start(QStringLiteral(HOSTSIM_EXE),
-                   QStringList{"--service", service_, "--root", folder_.file("host"), "--ini",
-                               folder_.file("zentrovar.ini"), "--write-ini", "--log",
+                   QStringList{"--no-window", "--service", service_, "--root", folder_.file("host"),
+                               "--ini", folder_.file("zentrovar.ini"), "--write-ini", "--log",
                                folder_.file("frames.log")} +
                        extraArguments);
     ready_ = waitUntil([this] { return out_.contains("ready\n"); }, 10000);

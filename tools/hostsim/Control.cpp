@@ -16,7 +16,8 @@ namespace {
 
 const char* const Help =
     "show 11|01|00, set ITEM VALUE, get ITEM, runtime SECONDS, fault abort N [Aborted|ABORTED], "
-    "fault abort off, fault noloaded on|off, fault norunning on|off, fault close after N, "
+    "fault abort next, fault abort off, fault noloaded on|off, fault norunning on|off, fault close "
+    "after N, "
     "fault close on WORD, fault close off, fault garbage [N], fault garbage off, fault clear, quit";
 
 ControlReply ok(const QString& more = QString()) {
@@ -47,12 +48,17 @@ ControlReply fault(HostSimulator& sim, const QStringList& w) {
     if (kind == u"abort") {
         if (w.value(2) == u"off" && w.size() == 3) {
             f.abortRuns.clear();
+            f.abortNext = false;
+            return ok();
+        }
+        if (w.value(2) == u"next" && w.size() == 3) {
+            f.abortNext = true;
             return ok();
         }
         const auto row = count(w.value(2));
         const QString word = w.value(3, f.abortWord);
         if (!row || w.size() > 4 || (word != u"Aborted" && word != u"ABORTED"))
-            return error(QStringLiteral("fault abort N [Aborted|ABORTED]"));
+            return error(QStringLiteral("fault abort N|next [Aborted|ABORTED]"));
         f.abortRuns.insert(*row);
         f.abortWord = word;
         return ok();

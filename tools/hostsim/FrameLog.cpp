@@ -78,6 +78,7 @@ void FrameLog::write(const QString& line) {
         std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout);
         std::fflush(stdout);
     }
+    if (listener_) listener_(line);
 }
 
 }  // namespace sidekin::hostsim

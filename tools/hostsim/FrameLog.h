@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QString>
+#include <functional>
 
 #include "LinkProtocol.h"
 
@@ -14,6 +15,10 @@ class FrameLog {
 public:
     bool open(const QString& file, QString* error);
     void setEcho(bool echo) { echo_ = echo; }
+    // Called with every line written, e.g. to show the log in a window.
+    void setListener(std::function<void(const QString&)> listener) {
+        listener_ = std::move(listener);
+    }
 
     void frame(int number, int connection, const link::Frame& frame);
     void malformed(int number, int connection);
@@ -26,6 +31,7 @@ private:
 
     QFile file_;
     bool echo_ = false;
+    std::function<void(const QString&)> listener_;
 };
 
 }  // namespace sidekin::hostsim

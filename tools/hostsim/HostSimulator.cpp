@@ -309,6 +309,8 @@ void HostSimulator::methodLoaded() {
 void HostSimulator::startRun(int row) {
     running_ = true;
     runRow_ = row;
+    runAborted_ = config_.faults.abortRuns.count(row) > 0 || config_.faults.abortNext;
+    config_.faults.abortNext = false;
     current_ = prepared_;
     prepared_.reset();
     runClock_.start();
@@ -338,7 +340,7 @@ void HostSimulator::finishRun() {
     tick_.stop();
     running_ = false;
     publish(items::StatusTime, elapsedText());
-    const bool aborted = config_.faults.abortRuns.count(runRow_) > 0;
+    const bool aborted = runAborted_;
     if (aborted) {
         publish(items::SystemStatus, abortedStatus());
     } else {

@@ -68,6 +68,8 @@ public:
     void clearFaults();
 
     bool runInProgress() const { return running_; }
+    int runRow() const { return runRow_; }
+    const QString& loadedMethod() const { return loadedMethod_; }
     // Ends the run in progress now, as its time running out would.
     void finishRunNow();
 
@@ -107,6 +109,7 @@ private:
     std::optional<RunRequest> prepared_;
     std::optional<RunRequest> current_;
     bool running_ = false;
+    bool runAborted_ = false;
     int runRow_ = 0;
     QElapsedTimer runClock_;
     QTimer tick_;

@@ -23,6 +23,7 @@ private:
 
 struct Faults {
     std::set<int> abortRuns;                        // run table rows that end aborted
+    bool abortNext = false;                         // the next run started ends aborted
     QString abortWord = QStringLiteral("Aborted");  // or "ABORTED"
     bool noLoaded = false;                          // never report LOADED
     bool noRunning = false;                         // never report RUNNING

@@ -77,7 +77,10 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
         option("launch", "Start this program with the host's command line.", "program");
     const auto programDir =
         option("program-dir", "Program folder to pass (default: that of --launch).", "dir");
-    const auto windowId = option("window-id", "Window handle to pass (default 0).", "id");
+    const auto windowId = option(
+        "window-id", "Window handle to pass (default: the simulator's window, else 0).", "id");
+    const auto noWindow =
+        option("no-window", "No window: control lines only (also without a display).");
     const auto model = option("model", "Attached sampler: 4410, 4420, 4430 or none.", "model");
     const auto runSeconds = option("run-seconds", "Length of a run in seconds (0: at once).", "s");
     const auto publishMs = option("publish-ms", "Status publish interval during a run.", "ms");
@@ -98,12 +101,12 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
         "close-on", "Drop the connection on the first command beginning with this word.", "word");
     const auto garbageAfter =
         option("garbage-after", "Answer frame n with a malformed frame.", "n");
-    p.addOptions({service,    ini,           writeIni,         instrument, offline,
-                  config,     root,          resetDemo,        log,        echo,
-                  control,    launchOpt,     programDir,       windowId,   model,
-                  runSeconds, publishMs,     frontRange,       backRange,  frontValid,
-                  backValid,  frontCapacity, rangeNeedsMethod, abort,      abortWord,
-                  noLoaded,   noRunning,     closeAfter,       closeOn,    garbageAfter});
+    p.addOptions({service,    ini,        writeIni,  instrument,    offline,          config,
+                  root,       resetDemo,  log,       echo,          control,          launchOpt,
+                  programDir, windowId,   model,     runSeconds,    publishMs,        frontRange,
+                  backRange,  frontValid, backValid, frontCapacity, rangeNeedsMethod, abort,
+                  abortWord,  noLoaded,   noRunning, closeAfter,    closeOn,          garbageAfter,
+                  noWindow});
 
     auto usage = [&](const QString& why) {
         say(stderr, QStringLiteral("zentrovar-hostsim: ") + why);
@@ -250,6 +253,10 @@ std::optional<int> SimulatorApp::start(const QStringList& arguments) {
     say(stderr, QStringLiteral("zentrovar-hostsim: serving %1; instrument %2, methods %3, data %4")
                     .arg(services.join(QStringLiteral(", ")), folders.instrument, folders.methods,
                          folders.data));
+    if (windowMaker_) {
+        const qint64 id = windowMaker_(*simulator_, *log_, instrument_);
+        if (!p.isSet(windowId)) windowId_ = id;
+    }
     say(stdout, QStringLiteral("ready"));
 
     if (p.isSet(launchOpt)) {

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -33,6 +34,11 @@ public:
     // process should end now (help, bad options, a name already served).
     std::optional<int> start(const QStringList& arguments);
 
+    // Called once the host serves, before the program is launched; answers the
+    // window handle to pass to the program (0: none). --window-id overrides it.
+    using WindowMaker = std::function<qint64(HostSimulator&, FrameLog&, int instrument)>;
+    void setWindowMaker(WindowMaker maker) { windowMaker_ = std::move(maker); }
+
 private:
     bool launch(const QString& program, QString* error);
 
@@ -40,6 +46,7 @@ private:
     std::unique_ptr<HostSimulator> simulator_;
     std::unique_ptr<LinkServer> server_;
     std::unique_ptr<ControlChannel> control_;
+    WindowMaker windowMaker_;
     QProcess* program_ = nullptr;
     QString service_;
     QString programFolder_;

@@ -103,13 +103,18 @@ bool QtOperatorDialogs::openDocument(const QString& file, const QString& working
 }
 
 // A help book "folder/Name.chm" is the folder of HTML pages beside it, one per
-// topic. A relative book is looked for in the current folder, then beside the program.
+// topic. A relative book is looked for in the current folder, then beside the program,
+// then in share/sidekin/ of an installation.
 bool QtOperatorDialogs::showHelp(const QString& file, const QString& topic) {
     if (file.isEmpty() || topic.isEmpty()) return false;
     const QString folder = QFileInfo(file).path();
     QStringList places{QDir(folder).filePath(topic)};
-    if (QDir::isRelativePath(folder))
-        places << QDir(QCoreApplication::applicationDirPath()).filePath(folder + u'/' + topic);
+    if (QDir::isRelativePath(folder)) {
+        const QDir programFolder(QCoreApplication::applicationDirPath());
+        places << programFolder.filePath(folder + u'/' + topic)
+               << programFolder.filePath(QStringLiteral("../share/sidekin/") + folder + u'/' +
+                                         topic);
+    }
     for (const QString& page : places) {
         const QFileInfo info(page);
         if (info.isFile())
