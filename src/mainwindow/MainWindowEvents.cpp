@@ -15,6 +15,7 @@
 #include "OperatorChoice.h"
 #include "RunControl.h"
 #include "RunTableCommands.h"
+#include "RunTablePrint.h"
 #include "ShowHideOrq.h"
 #include "StatusEvents.h"
 #include "SubDirectory.h"
@@ -57,6 +58,7 @@ void wireFrmOrq(FrmOrq& form) {
     QObject::connect(form.cmdStop, &QPushButton::clicked, &form, &cmdStop_Click);
     QObject::connect(form.cmdRnTblAdd, &QPushButton::clicked, &form, &cmdRnTblAdd_Click);
     QObject::connect(form.cmdRnTblEdit, &QPushButton::clicked, &form, &cmdRnTblEdit_Click);
+    QObject::connect(form.cmdRnTblPrint, &QPushButton::clicked, &form, &cmdRnTblPrint_Click);
     QObject::connect(form.fgrdRunTable, &FlexGridView::DblClick, &form, &fgrdRunTable_DblClick);
     QObject::connect(form.cboOperator, &QComboBox::currentIndexChanged, &form, [](int index) {
         if (index >= 0) cboOperator_Click();
