@@ -6,7 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 packages=(cmake g++ make pkg-config qt6-base-dev libxcb1-dev libgtest-dev
-          fonts-liberation xvfb xauth poppler-utils clang-format)
+          fonts-liberation xvfb xauth poppler-utils clang-format
+          cups printer-driver-cups-pdf)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
