@@ -53,9 +53,9 @@ protected:
     }
     void addRun(const QString& information) {
         FlexGrid& grid = frmORQ().fgrdRunTable->grid();
-        grid.AddItem(QStringList{QString::number(grid.Rows()), "Oil", "FAME", "S-1", text(17044),
-                                 "12", "OIL0001", "1.5", "0.25", ""}
-                         .join(QLatin1Char('\t')));
+        grid.AddItem(QStringLiteral("%1\tOil\tFAME\tS-1\t%2\t12\tOIL0001\t1.5\t0.25\t")
+                         .arg(grid.Rows())
+                         .arg(text(17044)));
         grid.setTextMatrix(grid.Rows() - 1, 9, information);
     }
     void print() { frmORQ().cmdRnTblPrint->click(); }
@@ -64,35 +64,24 @@ protected:
     TempFolder folder;
 };
 
-// A printed line of the information: its print column and text.
-struct Line {
-    qsizetype column;
-    QString text;
-    bool operator==(const Line&) const = default;
-};
-
-void PrintTo(const Line& l, std::ostream* os) { *os << l.column << ":" << l.text.toStdString(); }
-
 TEST_F(PrintTest, HeadingAndOneBlockPerRunWithTheInformationWrapped) {
     const QString eighty = QStringLiteral("abcd ").repeated(15) + QStringLiteral("abcde");
     const QString x80(80, QLatin1Char('x'));
+    // Each printed line of the information as "print column|text".
     const struct {
         const char* name;
         QString information;
-        std::vector<Line> lines;
+        QStringList lines;
     } cases[] = {
         {"empty", "", {}},
-        {"short", "one piece", {{10, "one piece"}}},
-        {"CR LF", "first\r\nsecond", {{10, "first"}, {10, "second"}}},
-        {"LF", "first\nsecond", {{10, "first"}, {10, "second"}}},
-        {"tab", "a\tb", {{10, "a b"}}},
-        {"exactly 80", eighty, {{10, eighty}}},
-        {"81 wraps at the last blank", eighty + "f", {{9, eighty.left(74)}, {10, "abcdef"}}},
-        {"81 without blanks", x80 + "y", {{9, x80}, {10, "y"}}},
-        {"return at 1", "\r\n" + x80 + "yz", {{9, ""}, {9, x80}, {10, "yz"}}},
-        {"return within 80",
-         "head\r\n" + eighty + "f",
-         {{9, "head"}, {9, eighty.left(74)}, {10, "abcdef"}}},
+        {"short", "one piece", {"10|one piece"}},
+        {"CR LF", "first\r\nsecond", {"10|first", "10|second"}},
+        {"LF", "first\nsecond", {"10|first", "10|second"}},
+        {"tab", "a\tb", {"10|a b"}},
+        {"exactly 80", eighty, {"10|" + eighty}},
+        {"81 wraps at the last blank", eighty + "f", {"9|" + eighty.left(74), "10|abcdef"}},
+        {"81 without blanks", x80 + "y", {"9|" + x80, "10|y"}},
+        {"return at 1", "\r\n" + x80 + "yz", {"9|", "9|" + x80, "10|yz"}},
     };
     for (const auto& c : cases) addRun(c.information);
     print();
@@ -100,9 +89,9 @@ TEST_F(PrintTest, HeadingAndOneBlockPerRunWithTheInformationWrapped) {
 
     const QStringList lines = pdfLines(file.outputFileName());
     const QString all = lines.join('\n').simplified();
-    EXPECT_TRUE(all.contains(QLocale::system().toString(clock.now().date(), QLocale::LongFormat)));
     for (const QString& expected :
          QStringList{QStringLiteral("Zentrovar Sidekin"), text(17006),
+                     QLocale::system().toString(clock.now().date(), QLocale::LongFormat),
                      text(17290) + ": " + QString::number(App.GlblInstrument),
                      text(17007).remove('&') + ": A&B", text(17008).remove('&') + ": Q&A"})
         EXPECT_TRUE(all.contains(expected)) << expected.toStdString();
@@ -115,24 +104,21 @@ TEST_F(PrintTest, HeadingAndOneBlockPerRunWithTheInformationWrapped) {
         while (at < lines.size() && lines[at].trimmed() != run) ++at;
         ASSERT_LT(at + 9, lines.size());
         const qsizetype left = indentOf(lines[at]) - 2;  // Tab(3)
-        EXPECT_EQ(indentOf(lines[at + 1]) - left, 5);
-        EXPECT_EQ(lines[at + 4].trimmed(), text(17029) + ": " + text(17044));
+        EXPECT_EQ(lines[at + 4], QString(left + 5, ' ') + text(17029) + ": " + text(17044));
         EXPECT_EQ(lines[at + 9].trimmed(), text(17034) + ":");
-        std::vector<Line> printed;
-        for (at += 10; at < lines.size() && !lines[at].trimmed().startsWith(text(17025) + ":");
-             ++at)
-            printed.push_back(
-                {lines[at].isEmpty() ? 9 : indentOf(lines[at]) - left + 1, lines[at].trimmed()});
-        while (!printed.empty() && printed.back().text.isEmpty()) printed.pop_back();
+        QStringList printed;
+        for (at += 10; at < lines.size() && !lines[at].contains(text(17025) + ":"); ++at)
+            printed << QString::number(lines[at].isEmpty() ? 9 : indentOf(lines[at]) - left + 1) +
+                           "|" + lines[at].trimmed();
+        while (printed.endsWith("9|")) printed.removeLast();
         EXPECT_EQ(printed, cases[row].lines);
     }
 }
 
-// A printer that breaks after its first lines.
-class BrokenPrinter : public PrinterObject {
-public:
+// A printer that breaks after 25 lines.
+struct BrokenPrinter : PrinterObject {
     void PrintTab(int, const QString& text) override {
-        if (printed.size() == 25) throw RuntimeError(ErrPrinter, QStringLiteral("Printer error"));
+        if (printed.size() == 25) raiseError(ErrPrinter);
         printed << text;
     }
     void EndDoc() override { ended = true; }
@@ -176,20 +162,9 @@ TEST_F(PrintTest, AnEmptyTableOrAFailingPrinter) {
     EXPECT_FALSE(broken.ended);
 }
 
-// Where the CUPS queue writes: $SIDEKIN_PRINT_OUT as scripts/test.sh sets it, else cups-pdf's own
-// word.
-QString cupsPdfFolder() {
-    if (qEnvironmentVariableIsSet("SIDEKIN_PRINT_OUT"))
-        return qEnvironmentVariable("SIDEKIN_PRINT_OUT");
-    QFile conf(QStringLiteral("/etc/cups/cups-pdf.conf"));
-    if (conf.open(QIODevice::ReadOnly))
-        for (const QByteArray& line : conf.readAll().split('\n'))
-            if (line.startsWith("Out ")) return QString::fromUtf8(line.mid(4)).trimmed();
-    return {};
-}
-
 TEST_F(PrintTest, TheTableReachesTheDefaultPrinter) {
-    const QDir out(cupsPdfFolder());
+    // Where the CUPS queue writes (scripts/cups-pdf-queue.sh).
+    const QDir out(qEnvironmentVariable("SIDEKIN_PRINT_OUT", "/var/spool/sidekin-pdf"));
     QtOperatorDialogs system;
     dialogs.printerToGive = system.printer();
     ASSERT_NE(dialogs.printerToGive, nullptr)
