@@ -2,13 +2,16 @@
 # Sets up, builds (warnings as errors) and runs every check and test: the
 # format and library-graph checks, the suite, a short fuzz of every fuzz
 # target, then the suite again under the sanitizers (clang). Widget tests run
-# offscreen; the X11 tests start their own Xvfb.
+# offscreen; the X11 tests start their own Xvfb. The print test prints through a
+# CUPS PDF queue set up here; if that fails, the test says so.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 export SIDEKIN_WERROR=ON
 scripts/setup.sh
 scripts/check-format.sh
 scripts/check-graph.sh "${BUILD_DIR:-build}"
+export SIDEKIN_PRINT_OUT=${SIDEKIN_PRINT_OUT:-/var/spool/sidekin-pdf}
+scripts/cups-pdf-queue.sh "$SIDEKIN_PRINT_OUT" || echo "No CUPS PDF queue: the print test will fail." >&2
 export QT_QPA_PLATFORM=offscreen
 export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-/tmp/sidekin-runtime-$(id -u)}
 mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"

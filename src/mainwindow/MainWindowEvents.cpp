@@ -18,6 +18,7 @@
 #include "OperatorChoice.h"
 #include "RunControl.h"
 #include "RunTableCommands.h"
+#include "RunTablePrint.h"
 #include "ShowHideOrq.h"
 #include "StatusEvents.h"
 #include "SubDirectory.h"
@@ -98,6 +99,7 @@ void wireFrmOrq(FrmOrq& form) {
     QObject::connect(form.cmdInstructions, &QPushButton::clicked, &form, &cmdInstructions_Click);
     QObject::connect(form.cmdUp, &QPushButton::clicked, &form, &cmdUp_Click);
     QObject::connect(form.cmdDown, &QPushButton::clicked, &form, &cmdDown_Click);
+    QObject::connect(form.cmdRnTblPrint, &QPushButton::clicked, &form, &cmdRnTblPrint_Click);
     QObject::connect(form.fgrdRunTable, &FlexGridView::DblClick, &form, &fgrdRunTable_DblClick);
     QObject::connect(form.fgrdRunTable, &FlexGridView::SelChange, &form, &fgrdRunTable_SelChange);
     QObject::connect(form.cboOperator, &QComboBox::currentIndexChanged, &form, [](int index) {

@@ -127,7 +127,7 @@ QPrinter* QtOperatorDialogs::printer() {
     const QPrinterInfo defaultPrinter = QPrinterInfo::defaultPrinter();
     if (defaultPrinter.isNull()) return nullptr;
     if (!printer_)
-        printer_ = std::make_unique<QPrinter>(defaultPrinter);
+        printer_ = std::make_unique<QPrinter>(defaultPrinter, QPrinter::HighResolution);
     else if (printer_->printerName() != defaultPrinter.printerName())
         printer_->setPrinterName(defaultPrinter.printerName());
     return printer_.get();
