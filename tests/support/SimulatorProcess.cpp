@@ -1,11 +1,12 @@
 #include "SimulatorProcess.h"
 
+#include <sys/prctl.h>
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QTimer>
 #include <csignal>
-#include <sys/prctl.h>
 
 #include "WaitUntil.h"
 
