@@ -1,5 +1,6 @@
 // Any command line from the host: no crash and no undefined behaviour, whatever
-// the fields hold; a line of five fields from handle 0 names its service as written.
+// the fields hold; a line of five fields from handle 0 names its service as
+// written, less the blanks around it.
 #include <QTemporaryDir>
 #include <cstdint>
 
@@ -7,6 +8,7 @@
 #include "CommandLine.h"
 #include "platform/Clock.h"
 #include "platform/Events.h"
+#include "platform/LegacyText.h"
 
 using namespace sidekin;
 
@@ -47,8 +49,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const QStringList fields = line.split(u'|');
-    if (fields.size() == 5 && fields[0].trimmed() == QLatin1String("0") &&
-        !fields[1].trimmed().isEmpty() && App.GlblDDEApp != fields[1].trimmed())
+    if (fields.size() == 5 && Trim(fields[0]) == QLatin1String("0") && !Trim(fields[1]).isEmpty() &&
+        App.GlblDDEApp != Trim(fields[1]))
         abort();
     return 0;
 }
