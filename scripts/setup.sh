@@ -7,7 +7,8 @@ cd "$(dirname "$0")/.."
 
 packages=(cmake g++ make pkg-config qt6-base-dev libxcb1-dev libgtest-dev
           fonts-liberation fonts-noto-cjk xvfb xauth poppler-utils clang-format clang
-          libclang-rt-14-dev cups printer-driver-cups-pdf)
+          libclang-rt-14-dev cups printer-driver-cups-pdf
+          xdotool x11-utils imagemagick)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
