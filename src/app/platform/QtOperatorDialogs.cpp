@@ -62,6 +62,8 @@ BoxAnswer QtOperatorDialogs::messageBox(BoxStyle style, const QString& text, con
     // Messages carry file names and host texts, never markup.
     box.setTextFormat(Qt::PlainText);
     box.setWindowModality(Qt::ApplicationModal);
+    if (firstBoxShown_.time_since_epoch().count() == 0)
+        firstBoxShown_ = std::chrono::system_clock::now();
     const int answer = box.exec();
     if (style != BoxStyle::ExclamationYesNo) return BoxAnswer::Ok;
     return answer == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 #include "OperatorDialogs.h"
@@ -24,8 +25,12 @@ public:
     // The same printer object for the life of this object, set to the current default.
     QPrinter* printer() override;
 
+    // When the first message box of this run was shown; zero before.
+    std::chrono::system_clock::time_point firstBoxShown() const { return firstBoxShown_; }
+
 private:
     std::unique_ptr<QPrinter> printer_;
+    std::chrono::system_clock::time_point firstBoxShown_{};
 };
 
 }  // namespace sidekin

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QStringList>
 
+#include "StartupReport.h"
 #include "platform/PlatformWindowSystem.h"
 #include "platform/QtOperatorDialogs.h"
 
@@ -18,6 +19,10 @@ int main(int argc, char** argv) {
 
     // The host hands over one line; a shell may have split it at blanks.
     const QString commandLine = app.arguments().mid(1).join(QLatin1Char(' '));
+    const QString report = qEnvironmentVariable("SIDEKIN_STARTUP_REPORT");
+    if (!report.isEmpty())
+        sidekin::reportFirstPaint(QStringLiteral("frmORQ"), report,
+                                  [&dialogs] { return dialogs.firstBoxShown(); });
     sidekin::Main(commandLine);
     return app.exec();
 }
