@@ -1,6 +1,7 @@
 #include "SimulatorProcess.h"
 
 #include <sys/prctl.h>
+#include <sys/wait.h>
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -31,6 +32,7 @@ SimulatorProcess::SimulatorProcess(QStringList extraArguments) {
 
 SimulatorProcess::~SimulatorProcess() {
     if (process_.state() != QProcess::NotRunning) {
+        ::kill(static_cast<pid_t>(pid()), SIGCONT);
         process_.write("quit\n");
         if (!process_.waitForFinished(3000)) process_.kill();
         process_.waitForFinished(3000);
@@ -38,8 +40,22 @@ SimulatorProcess::~SimulatorProcess() {
 }
 
 void SimulatorProcess::control(const QString& line) {
+    const qsizetype answered = out_.count('\n');
     process_.write((line + QLatin1Char('\n')).toUtf8());
     process_.waitForBytesWritten(1000);
+    for (QDeadlineTimer deadline(3000); out_.count('\n') == answered && !deadline.hasExpired();)
+        process_.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
+}
+
+void SimulatorProcess::kill() {
+    process_.kill();
+    process_.waitForFinished(3000);
+}
+
+void SimulatorProcess::freeze() {
+    ::kill(static_cast<pid_t>(pid()), SIGSTOP);
+    siginfo_t stopped{};
+    ::waitid(P_PID, static_cast<id_t>(pid()), &stopped, WSTOPPED | WNOWAIT);
 }
 
 QStringList SimulatorProcess::frames() const {

@@ -22,8 +22,13 @@ public:
     QString dataFolder() const { return folder_.file("host/data/"); }
 
     qint64 pid() const { return process_.processId(); }
-    // A control line on the simulator's standard input, e.g. "show 01".
+    // A control line on the simulator's standard input, e.g. "show 01"; returns once
+    // the simulator has answered it, so the line is in force for the next frame.
     void control(const QString& line);
+    // SIGKILL; returns once the process is gone.
+    void kill();
+    // SIGSTOP; returns once the process is seen stopped. The end of the test thaws it.
+    void freeze();
     // The commands (Execute frames) the simulator received, in order, with their topics.
     QStringList executed() const;
     // Every frame received: "verb\ttopic\tname".
