@@ -111,7 +111,8 @@ int main(int argc, char** argv) {
     QProcess xvfb;
     QTemporaryDir runtime;
     qputenv("XDG_RUNTIME_DIR", runtime.path().toUtf8());
-    xvfb.start("Xvfb", {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp"});
+    xvfb.start("Xvfb",
+               {"-displayfd", "1", "-screen", "0", "1280x800x24", "-nolisten", "tcp", "-noreset"});
     if (!xvfb.waitForReadyRead(10000)) {
         std::fprintf(stderr, "startup_bench: Xvfb did not start\n");
         return 1;

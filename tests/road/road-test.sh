@@ -78,7 +78,7 @@ pixel() {
 }
 
 # A display of our own.
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset 3>"$work/display" 2>/dev/null &
 pids+=($!)
 wait_for 10 "Xvfb" grep -q . "$work/display"
 export DISPLAY=:$(cat "$work/display")
