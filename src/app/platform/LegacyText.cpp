@@ -69,7 +69,10 @@ QString Str(double value) {
 
 QString FormatZeros(std::int64_t value, const QString& pattern) {
     const int width = static_cast<int>(pattern.count(QLatin1Char('0')));
-    const QString digits = QString::number(value < 0 ? -value : value);
+    // Negated as unsigned, so the lowest value has a magnitude too.
+    const auto magnitude = value < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(value)
+                                     : static_cast<std::uint64_t>(value);
+    const QString digits = QString::number(magnitude);
     const QString padded = digits.rightJustified(width, QLatin1Char('0'));
     return value < 0 ? QLatin1Char('-') + padded : padded;
 }

@@ -45,6 +45,7 @@ TEST(LegacyTextTest, NumbersInLegacyForms) {
     EXPECT_EQ(FormatZeros(7, "000"), "007");
     EXPECT_EQ(FormatZeros(1234, "00"), "1234");
     EXPECT_EQ(FormatZeros(-7, "000"), "-007");
+    EXPECT_EQ(FormatZeros(INT64_MIN, "0"), "-9223372036854775808");
 }
 
 // The sub folder names try the date formats on two-digit months and days.
