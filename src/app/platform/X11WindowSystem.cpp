@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
+#include <QTimer>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -41,6 +42,7 @@ X11WindowSystem::X11WindowSystem() {
     if (qGuiApp) {
         if (auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
             connection_ = x11->connection();
+        if (connection_) qGuiApp->installNativeEventFilter(this);
     }
     if (!connection_) {
         xcb_connection_t* own = xcb_connect(nullptr, nullptr);
@@ -55,6 +57,7 @@ X11WindowSystem::X11WindowSystem() {
 }
 
 X11WindowSystem::~X11WindowSystem() {
+    if (qGuiApp) qGuiApp->removeNativeEventFilter(this);
     // A stand-in that still holds an embedded window stays: deleting it would
     // delete that window with it.
     for (const QPointer<QWindow>& foreign : foreignParents_) {
@@ -167,6 +170,28 @@ void X11WindowSystem::dropEmptyForeignWindows() {
         delete foreign.data();
         return true;
     });
+}
+
+bool X11WindowSystem::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
+    if (eventType != "xcb_generic_event_t") return false;
+    const auto* event = static_cast<const xcb_generic_event_t*>(message);
+    if ((event->response_type & 0x7f) != XCB_DESTROY_NOTIFY) return false;
+    const auto* destroyed = static_cast<const xcb_destroy_notify_event_t*>(message);
+    QWindow* window = ownWindow(fromX(destroyed->window));
+    if (!window || !window->parent() || window->parent()->type() != Qt::ForeignWindow) return false;
+    // Not inside Qt's own handling of this event.
+    QTimer::singleShot(0, qGuiApp, [this, guard = QPointer<QWindow>(window)] { bringOut(guard); });
+    return false;
+}
+
+void X11WindowSystem::bringOut(QPointer<QWindow> window) {
+    if (!window) return;
+    const bool wasVisible = window->isVisible();
+    // The native window is gone: a new one is made at the top level.
+    window->destroy();
+    window->setParent(nullptr);
+    dropEmptyForeignWindows();
+    if (wasVisible) window->setVisible(true);
 }
 
 }  // namespace sidekin

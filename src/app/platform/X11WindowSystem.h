@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractNativeEventFilter>
 #include <QPointer>
 #include <QWindow>
 #include <cstdint>
@@ -14,7 +15,9 @@ namespace sidekin {
 // Window operations on the X display. Uses Qt's own connection when Qt runs on
 // xcb, so requests stay in order with Qt's; otherwise opens one on $DISPLAY.
 // A bad or destroyed handle answers 0, never an X error.
-class X11WindowSystem : public WindowSystem {
+// An embedded window of this process whose foreign parent is destroyed (the X
+// server takes the children with it) comes back as a top-level window.
+class X11WindowSystem : public WindowSystem, private QAbstractNativeEventFilter {
 public:
     X11WindowSystem();
     ~X11WindowSystem() override;
@@ -51,6 +54,8 @@ private:
     Property readProperty(std::uint32_t window, std::uint32_t atom, std::uint32_t longs) const;
     std::uint32_t internAtom(const char* name) const;
     void dropEmptyForeignWindows();
+    bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) override;
+    void bringOut(QPointer<QWindow> window);
 
     xcb_connection_t* connection_ = nullptr;
     bool ownsConnection_ = false;

@@ -2,6 +2,7 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
+#include <QTest>
 #include <QWidget>
 #include <QWindow>
 #include <cstdlib>
@@ -89,6 +90,25 @@ TEST_F(X11WindowSystemTest, OwnWidgetIsEmbeddedInAForeignWindowAndBackOut) {
     EXPECT_EQ(system->setParent(handle, 0), host);
     EXPECT_EQ(parentOf(handle), root);
     EXPECT_EQ(form.windowHandle()->parent(), nullptr);
+}
+
+TEST_F(X11WindowSystemTest, EmbeddedWidgetOutlivesItsHostWindow) {
+    const xcb_window_t host = static_cast<xcb_window_t>(makeWindow(root, "Host ViewMGR"));
+    QWidget form;
+    system->setParent(windowHandleOf(form), host);
+    form.show();
+    made.clear();
+    xcb_destroy_window(c, host);
+    xcb_flush(c);
+
+    auto outside = [&] {
+        const WindowHandle now = form.windowHandle() && form.windowHandle()->handle()
+                                     ? static_cast<WindowHandle>(form.windowHandle()->winId())
+                                     : 0;
+        return now != 0 && parentOf(now) == root;
+    };
+    EXPECT_TRUE(QTest::qWaitFor(outside, 5000));
+    EXPECT_TRUE(form.isVisible());
 }
 
 }  // namespace
