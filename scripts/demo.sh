@@ -12,6 +12,9 @@ build=$(realpath "${BUILD_DIR:-build}")
 demo=${SIDEKIN_DEMO_DIR:-/tmp/sidekin-demo-$(id -u)}
 mkdir -p "$demo/config"
 export ZENTROVAR_CONFIG_DIR="$demo/config"
+# A terminal started as root outside a login session has none; Qt asks for it.
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-/tmp/sidekin-runtime-$(id -u)}
+mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
 
 simulator=("$build/tools/hostsim/zentrovar-hostsim" --root "$demo/host" --write-ini
            --run-seconds "${DEMO_RUN_SECONDS:-20}" --log "$demo/frames.log"
