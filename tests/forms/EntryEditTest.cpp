@@ -127,16 +127,10 @@ TEST_F(EntryEditTest, RefusedReplaceResetsInjectionsOnly) {
     EXPECT_EQ(grid().TextMatrix(1, ColSampleId), "S1");
 }
 
-}  // namespace
-
-namespace {
-
 TEST_F(EntryEditTest, EditOpensOnlyOnARowStillToCome) {
     connect();
-    choose(frmRnTblAdd(), "Solvent Blank", "FRONTSTD");
-    frmRnTblAdd().txtSampleID->setText("S1");
-    frmRnTblAdd().cboInjVial->setEditText("2");
-    frmRnTblAdd().cmdAdd->click();
+    addThenEdit("Solvent Blank", "FRONTSTD", "2", 1);
+    frmRnTblEdit().hide();
     App.GlblCurrentRun = 1;
     const Shown edit{Shown::Modal, {}, {}, {}};
     const Shown refused{Shown::Box, BoxStyle::ExclamationOk, text(17203), text(17262)};

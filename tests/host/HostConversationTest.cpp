@@ -88,7 +88,6 @@ TEST_F(HostConversationTest, LinkFailuresEndInTheOperationsBoxAndTheNextCallWork
         {Close, DDERequest, "DDERequest", "ddeORQ", quit},
         {Garbage, DDERequest, "DDERequest", "ddeORQ", "Data in wrong format"},
         {None, DDEexecute, "DDEexecute", "Nonsense here", refused},
-        {Close, DDEexecute, "DDEexecute", "ddeORQ = 5", quit},
         {None, DDEExecut_LoadMethod, "DDEExecut_LoadMethod", "ORQ_LoadMethod", refused},
     };
     for (const auto& [fault, operation, title, text, words] : cases) {
@@ -108,7 +107,6 @@ TEST_F(HostConversationTest, LinkFailuresEndInTheOperationsBoxAndTheNextCallWork
 TEST_F(HostConversationTest, WithoutHostTheOperationsReportError282) {
     host->kill();
     const std::tuple<Operation, const char*, QString> cases[] = {
-        {DDERequest, "DDERequest", "ddeORQ"},
         {DDEexecute, "DDEexecute", "Close #3"},
         {DDEExecut_LoadMethod, "DDEExecut_LoadMethod", "ORQ_LoadMethod X"},
     };

