@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <QStringDecoder>
 #include <QtEndian>
 
 namespace sidekin::link {
@@ -84,7 +85,10 @@ std::optional<Frame> FrameReader::next() {
             failed_ = true;
             return std::nullopt;
         }
-        *field = QString::fromUtf8(p, n);
+        // A leading U+FEFF is part of the text, not a mark to drop.
+        QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                      QStringDecoder::Flag::ConvertInitialBom);
+        *field = utf8(QByteArrayView(p, n));
         p += n;
     }
     if (p != end) {

@@ -35,6 +35,7 @@ const std::vector<Frame> sampleFrames{
     {Verb::Data, 3, "", "", "Grüße µ 日本 😀\r\n"},
     {Verb::Refused, 4, "", "", QString(QChar(0)) + "\r\n\r"},
     {Verb::Update, 0, "", "GUIStatusTime$", "Run 1|12:00\n"},
+    {Verb::Data, 5, "", "", QString(QChar(0xFEFF)) + "Ready"},
 };
 
 TEST(LinkProtocolTest, FramesAreCutFromAnyChunking) {
