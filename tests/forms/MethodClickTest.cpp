@@ -161,18 +161,4 @@ TEST_F(MethodClickFaultTest, FieldsWrittenBeforeABadReplyStay) {
     EXPECT_FALSE(form.txtSampleAmt->isEnabled());
 }
 
-TEST_F(MethodClickFaultTest, HostGoneDuringChoiceLeavesFormUsable) {
-    connect();
-    FrmRnTblAdd& form = frmRnTblAdd();
-    choose(form, "Solvent Blank");
-    host->kill();
-    form.cboMethod->setCurrentText("FRONTSTD");
-    const QStringList titles = dialogs.boxTitles();
-    ASSERT_FALSE(titles.isEmpty());
-    EXPECT_EQ(titles.first(), "DDEexecute");
-    EXPECT_EQ(titles.last(), "MethodClick");
-    EXPECT_TRUE(form.isEnabled());
-    EXPECT_TRUE(form.cboMethod->isEnabled());
-}
-
 }  // namespace

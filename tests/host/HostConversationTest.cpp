@@ -77,47 +77,9 @@ TEST_F(HostConversationTest, OfflineFlagChoosesTheService) {
     }
 }
 
-using Operation = void (*)(LinkTextBox&, const QString&);
-
-TEST_F(HostConversationTest, LinkFailuresEndInTheOperationsBoxAndTheNextCallWorks) {
-    const QString refused = "Foreign application won't perform DDE method or operation";
-    const QString quit = "Foreign application quit";
-    enum Fault { None, Close, Garbage };
-    const std::tuple<Fault, Operation, const char*, QString, QString> cases[] = {
-        {None, DDERequest, "DDERequest", "NoSuchItem$", refused},
-        {Close, DDERequest, "DDERequest", "ddeORQ", quit},
-        {Garbage, DDERequest, "DDERequest", "ddeORQ", "Data in wrong format"},
-        {None, DDEexecute, "DDEexecute", "Nonsense here", refused},
-        {None, DDEExecut_LoadMethod, "DDEExecut_LoadMethod", "ORQ_LoadMethod", refused},
-    };
-    for (const auto& [fault, operation, title, text, words] : cases) {
-        SCOPED_TRACE(title + (" " + text).toStdString());
-        dialogs.shown.clear();
-        if (fault == Close) host->simulator().armCloseAfter(1);
-        if (fault == Garbage) host->simulator().armGarbageAfter(1);
-        operation(box, text);
-        EXPECT_EQ(dialogs.shown, plainBox(words, title));
-        DDEexecute(box, "ddeORQ = 5");
-        DDERequest(box, "ddeORQ");
-        EXPECT_EQ(box.text(), "5");
-        EXPECT_EQ(dialogs.shown.size(), 1u);
-    }
-}
-
-TEST_F(HostConversationTest, WithoutHostTheOperationsReportError282) {
+TEST_F(HostConversationTest, WithoutHostTheRunsCallerGetsTheErrorAndNoChannelIsOpen) {
     host->kill();
-    const std::tuple<Operation, const char*, QString> cases[] = {
-        {DDEexecute, "DDEexecute", "Close #3"},
-        {DDEExecut_LoadMethod, "DDEExecut_LoadMethod", "ORQ_LoadMethod X"},
-    };
-    for (const auto& [operation, title, text] : cases) {
-        dialogs.shown.clear();
-        operation(box, text);
-        EXPECT_EQ(dialogs.shown,
-                  plainBox("No foreign application responded to a DDE initiate", title));
-    }
     // The run's wait has no handler of its own before the send: its caller gets the error.
-    dialogs.shown.clear();
     EXPECT_EQ(errorOf([&] { DDEExecute_RunMethod(box, "ORQ_HOST_START 1"); }), link::ErrNoHost);
     EXPECT_TRUE(dialogs.shown.empty());
     handled("caller", [&] { box.LinkRequest(); });

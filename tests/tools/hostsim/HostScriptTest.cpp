@@ -1,16 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QLocalSocket>
 
 #include "HostScript.h"
-#include "LinkProtocol.h"
 #include "QtPrinters.h"
 #include "SimulatorProcess.h"
 
 using namespace sidekin::hostsim;
 using namespace sidekin::test;
-namespace lp = sidekin::link;
 
 namespace {
 
@@ -62,9 +59,8 @@ TEST(HostScript, ParsesTheCommandsTheProgramSendsAndRefusesTheRest) {
     for (auto [name, text, expected] : rows) EXPECT_EQ(parsed(text), expected) << name;
 }
 
-// The simulator as the front end meets it: it launches the program with the
-// five-field command line and the profile folder, then serves its items.
-TEST(HostSimProcess, LaunchesTheFrontEndAndServesItsItems) {
+// The simulator launches the front end with the five-field command line and the profile folder.
+TEST(HostSimProcess, LaunchesTheFrontEnd) {
     TempFolder dir;
     const QString program =
         dir.write("front-end.sh",
@@ -75,24 +71,6 @@ TEST(HostSimProcess, LaunchesTheFrontEndAndServesItsItems) {
     const QByteArray launched = "0|" + host.service().toUtf8() + "|\"" + dir.path().toUtf8() +
                                 "/\"|2|1 " + host.configFolder().toUtf8() + "\n";
     EXPECT_TRUE(waitUntil([&] { return dir.read("out") == launched; })) << dir.read("out").data();
-
-    QLocalSocket socket;
-    lp::FrameReader reader;
-    QList<lp::Frame> frames;
-    QObject::connect(&socket, &QLocalSocket::readyRead, &socket, [&] {
-        reader.feed(socket.readAll());
-        while (auto frame = reader.next()) frames << *frame;
-    });
-    socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-    socket.connectToServer(lp::serverName(host.service()));
-    socket.write(lp::encode({lp::Verb::Advise, 1, lp::TopicNoWait, "ShowORQ$", {}}));
-    ASSERT_TRUE(waitUntil([&] { return !frames.isEmpty(); }));
-    EXPECT_EQ(frames.front().verb, lp::Verb::Ack);
-    host.control("show 01");
-    EXPECT_TRUE(waitUntil([&] {
-        return frames.size() > 1 && frames.back().verb == lp::Verb::Update &&
-               frames.back().name == "ShowORQ$" && frames.back().value == "01" + lp::LineEnd;
-    }));
 }
 
 }  // namespace
