@@ -13,8 +13,9 @@
 #include "AppState.h"
 #include "EntryForms.h"
 #include "FlexGridView.h"
+#include "FormsFixture.h"
 #include "FrmOrq.h"
-#include "OperatorChoice.h"
+#include "LinkTextBox.h"
 #include "RunControl.h"
 #include "RunTable.h"
 #include "RunTableCommands.h"
@@ -101,26 +102,6 @@ TEST_F(MainWindowTest, DeletingTheOnlyRunKeepsTheOperatorClearAllDoesNot) {
     EXPECT_TRUE(frmORQ().cboOperator->currentText().isEmpty());
     EXPECT_EQ(frmORQ().lblCurrentRun->text(), text(17100));
     EXPECT_TRUE(dialogs.shown.empty());
-}
-
-TEST_F(MainWindowTest, RowsMovedWhilePausedRunInTheirNewOrder) {
-    startHost();
-    threeRows();
-    clickStartPauseResume();
-    clickStartPauseResume();  // pause after the first run
-    finishRun();
-    ASSERT_TRUE(waitForState(RunStatePaused));
-    grid().setRowSel(2);
-    frmORQ().cmdDown->click();
-    addRun("FRONTSTD", 17044, "9", "RunD");
-    clickStartPauseResume();
-    for (int run = 2; run <= 4; ++run) finishRun();
-    ASSERT_TRUE(waitForIdle());
-    const QStringList prepared = host->executed().filter("ORQ_PrepareSingleRun");
-    ASSERT_EQ(prepared.size(), 4);
-    EXPECT_TRUE(prepared[1].contains("\"RunC\"") && prepared[2].contains("\"RunB\"") &&
-                prepared[3].contains("\"RunD\""))
-        << prepared.join('\n').toStdString();
 }
 
 TEST_F(MainWindowTest, OperatorChoice) {
@@ -268,5 +249,35 @@ TEST_F(MainWindowTest, FrozenHostHoldsTheStartUpOnlyBriefly) {
     ::kill(static_cast<pid_t>(frozen.pid()), SIGCONT);
     EXPECT_EQ(dialogs.boxTitles(), QStringList{"VB DDE Error"});
 }
+
+class ShowHideOrqTest : public FormsFixture {
+protected:
+    // The link box's change event acts on each new value.
+    void hostSays(const char* value) { frmORQ().ddeShowORQ->setText(QString::fromLatin1(value)); }
+};
+
+TEST_F(ShowHideOrqTest, ShowAndHideOnTheHostsWord) {
+    hostSays("11\r\n");
+    EXPECT_TRUE(frmORQ().isVisible());
+    hostSays("11\r\n");
+    EXPECT_TRUE(frmORQ().isVisible());
+    hostSays("10\r\n");
+    EXPECT_TRUE(frmORQ().isVisible());
+    frmRnTblEdit().show();
+    hostSays("01\r\n");
+    EXPECT_FALSE(frmORQ().isVisible());
+    EXPECT_FALSE(frmRnTblEdit().isVisible());
+    hostSays("11\r\n");  // the main window alone comes back
+    EXPECT_FALSE(frmRnTblEdit().isVisible());
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(ShowHideOrqTest, ValueWithoutLineEndIsCutToNothing) {
+    hostSays("11");
+    EXPECT_FALSE(frmORQ().isVisible());
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
+TEST_F(ShowHideOrqTest, ZeroZeroEndsTheProgram) { EXPECT_THROW(hostSays("00\r\n"), ProgramEnded); }
 
 }  // namespace
