@@ -9,7 +9,6 @@ FakeClock::FakeClock() { setClock(this); }
 FakeClock::~FakeClock() { setClock(nullptr); }
 
 float FakeClock::secondsSinceMidnight() {
-    ++reads;
     const float value = static_cast<float>(moment.time().msecsSinceStartOfDay() / 1000.0);
     advance(stepPerRead);
     return value;

@@ -23,7 +23,6 @@ public:
     QDateTime moment{QDate(2026, 11, 22), QTime(12, 0)};
     double stepPerRead = 0.0;
     double stepPerWait = 0.1;
-    int reads = 0;
 };
 
 }  // namespace sidekin::test

@@ -15,11 +15,6 @@ WindowHandle FakeWindowSystem::addWindow(WindowHandle parent, const QString& tit
     return handle;
 }
 
-void FakeWindowSystem::setChildren(WindowHandle parent, std::vector<WindowHandle> list) {
-    for (WindowHandle child : list) parentOf[child] = parent;
-    children[parent] = std::move(list);
-}
-
 WindowHandle FakeWindowSystem::firstChild(WindowHandle parent) {
     ++firstChildCalls;
     if (onFirstChild) onFirstChild(firstChildCalls);
@@ -36,7 +31,6 @@ WindowHandle FakeWindowSystem::nextSibling(WindowHandle window) {
 }
 
 QString FakeWindowSystem::title(WindowHandle window, int maxChars) {
-    ++titleReads;
     return titles[window].left(maxChars);
 }
 

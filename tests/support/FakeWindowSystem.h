@@ -17,7 +17,6 @@ public:
 
     // Adds a child at the end of parent's chain; answers its handle.
     WindowHandle addWindow(WindowHandle parent, const QString& title);
-    void setChildren(WindowHandle parent, std::vector<WindowHandle> children);
 
     WindowHandle firstChild(WindowHandle parent) override;
     WindowHandle nextSibling(WindowHandle window) override;
@@ -28,7 +27,6 @@ public:
     std::map<WindowHandle, WindowHandle> parentOf;
     std::map<WindowHandle, QString> titles;
     std::vector<std::pair<WindowHandle, WindowHandle>> parentings;  // child, new parent
-    int titleReads = 0;
     int firstChildCalls = 0;
     std::function<void(int)> onFirstChild;  // called with the count of calls so far
     WindowHandle nextHandle = 1000;

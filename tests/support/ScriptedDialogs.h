@@ -46,7 +46,6 @@ public:
     std::vector<Shown> shown;
     std::deque<BoxAnswer> boxAnswers;
     std::deque<QString> inputAnswers;
-    bool documentOpens = true;
     bool helpOpens = true;
     QPrinter* printerToGive = nullptr;
 };
