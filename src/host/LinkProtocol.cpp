@@ -74,6 +74,9 @@ std::optional<Frame> FrameReader::next() {
     frame.verb = static_cast<Verb>(*p++);
     frame.id = getU32(p);
     p += 4;
+    // A leading U+FEFF is part of the text, not a mark to drop.
+    QStringDecoder utf8(QStringDecoder::Utf8,
+                        QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     for (QString* field : {&frame.topic, &frame.name, &frame.value}) {
         if (end - p < 4) {
             failed_ = true;
@@ -85,9 +88,6 @@ std::optional<Frame> FrameReader::next() {
             failed_ = true;
             return std::nullopt;
         }
-        // A leading U+FEFF is part of the text, not a mark to drop.
-        QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
-                                                      QStringDecoder::Flag::ConvertInitialBom);
         *field = utf8(QByteArrayView(p, n));
         p += n;
     }
