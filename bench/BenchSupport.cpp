@@ -31,6 +31,7 @@
 #include "RunControl.h"
 #include "StartupFetch.h"
 #include "StatusEvents.h"
+#include "UnloadForms.h"
 
 namespace sidekin::bench {
 
@@ -195,9 +196,7 @@ ProgramSession::ProgramSession() {
 }
 
 ProgramSession::~ProgramSession() {
-    unloadFrmORQ();
-    unloadCPLinks();
-    itemfeed::reset();
+    unloadAllForms();
     qunsetenv("ZENTROVAR_CONFIG_DIR");
 }
 

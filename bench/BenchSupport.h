@@ -49,7 +49,7 @@ Stats summarize(std::vector<double> values);
 
 // Answers every box at once, as an operator pressing the default button would,
 // and counts them instead of writing them to the log.
-class QuietDialogs : public OperatorDialogs {
+class QuietDialogs : public DefaultAnswers {
 public:
     QuietDialogs();
     ~QuietDialogs() override;
@@ -57,10 +57,6 @@ public:
     BoxAnswer messageBox(BoxStyle style, const QString& text, const QString& title) override;
     QString inputBox(const QString& prompt, const QString& title,
                      const QString& defaultText) override;
-    void showModal(QWidget&) override {}
-    bool openDocument(const QString&, const QString&) override { return false; }
-    bool showHelp(const QString&, const QString&) override { return false; }
-    QPrinter* printer() override { return nullptr; }
 
     // Boxes other than the start-up "VB DDE Error", with their titles.
     QStringList unexpected;

@@ -14,6 +14,7 @@
 #include "FrmOrq.h"
 #include "G11n.h"
 #include "MethodSelection.h"
+#include "UnloadForms.h"
 #include "platform/ProfileFile.h"
 
 using namespace sidekin;
@@ -90,6 +91,7 @@ void addInjections(int tableRows) {
 int main(int argc, char** argv) {
     prepareEnvironment();
     QApplication app(argc, argv);
+    const FormsLifetime forms;
     std::printf("Method chosen to vial list filled (MethodClick), ms\n");
     std::printf("model  count      min   median      p99      max\n");
     for (const char* model : {"4410", "4420", "4430", "none"}) methodToVials(model, 200);

@@ -10,6 +10,7 @@
 #include "FlexGrid.h"
 #include "FlexGridView.h"
 #include "RunTable.h"
+#include "UnloadForms.h"
 
 using namespace sidekin;
 
@@ -101,6 +102,7 @@ void print(int rows, const char* variant, const Figures& f) {
 int main(int argc, char** argv) {
     sidekin::bench::prepareEnvironment();
     QApplication app(argc, argv);
+    const FormsLifetime forms;
     std::printf(
         "Run table grid: rows include the header row; times in milliseconds unless noted.\n");
     std::printf("%6s  %-11s %9s %8s %10s %10s %10s %11s %11s\n", "rows", "variant", "append",

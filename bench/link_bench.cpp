@@ -13,6 +13,7 @@
 #include "HostLink.h"
 #include "LinkProtocol.h"
 #include "LinkTextBox.h"
+#include "UnloadForms.h"
 #include "platform/Clock.h"
 #include "platform/RuntimeError.h"
 
@@ -88,6 +89,7 @@ Wait measureWait(const HostProcess& host, const std::function<void()>& wait) {
 int main(int argc, char** argv) {
     prepareEnvironment();
     QApplication app(argc, argv);
+    const FormsLifetime forms;
     std::printf("Host link against zentrovar-hostsim (a separate process, local socket).\n\n");
 
     {

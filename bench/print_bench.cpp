@@ -17,6 +17,7 @@
 #include "G11n.h"
 #include "PrinterObject.h"
 #include "RunTablePrint.h"
+#include "UnloadForms.h"
 
 using namespace sidekin;
 using namespace sidekin::bench;
@@ -83,6 +84,7 @@ Printed printTo(const QString& file) {
 int main(int argc, char** argv) {
     prepareEnvironment();
     QApplication app(argc, argv);
+    const FormsLifetime forms;
     QuietDialogs dialogs;
     NLSInitialization();
     App.GlblInstrument = 1;

@@ -14,6 +14,7 @@
 #include "CPLinks.h"
 #include "FrmOrq.h"
 #include "StatusDisplay.h"
+#include "UnloadForms.h"
 
 using namespace sidekin;
 using namespace sidekin::bench;
@@ -149,6 +150,7 @@ void updateCost() {
 int main(int argc, char** argv) {
     prepareEnvironment();
     QApplication app(argc, argv);
+    const FormsLifetime forms;
     HostProcess host;
     ProgramSession session;
     if (!session.connect(host)) {

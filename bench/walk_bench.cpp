@@ -20,6 +20,7 @@
 #include "FrmOrq.h"
 #include "G11n.h"
 #include "RunTable.h"
+#include "UnloadForms.h"
 
 using namespace sidekin;
 using namespace sidekin::bench;
@@ -223,6 +224,7 @@ int main(int argc, char** argv) {
     }
     prepareEnvironment();
     QApplication app(argc, argv);
+    const FormsLifetime forms;
     std::printf(
         "Walks through the run table against zentrovar-hostsim --run-seconds 0\n"
         "(the front end's own overhead; main window shown, offscreen).\n");

@@ -9,6 +9,7 @@
 #include "platform/Clock.h"
 #include "platform/Events.h"
 #include "platform/LegacyText.h"
+#include "platform/OperatorDialogs.h"
 
 using namespace sidekin;
 
@@ -17,9 +18,11 @@ namespace {
 struct Ended {};
 
 // Each look at the time finds a second gone, so the host window search gives up
-// at once instead of after three seconds.
+// at once instead of after three seconds. Each input starts from midnight again:
+// a count that grew for ever would stop growing in single precision.
 class HurriedClock : public Clock {
 public:
+    void restart() { seconds_ = 0; }
     float secondsSinceMidnight() override { return seconds_ += 1.0f; }
     QDateTime now() override { return QDateTime(QDate(2026, 1, 1), QTime(12, 0)); }
     void pause(double) override {}
@@ -29,13 +32,17 @@ private:
     float seconds_ = 0;
 };
 
+HurriedClock hurried;
+
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
     static QTemporaryDir noProfiles;  // no zentrovar.ini: the service look-up fails
     qputenv("ZENTROVAR_CONFIG_DIR", noProfiles.path().toUtf8());
-    static HurriedClock hurried;
     setClock(&hurried);
+    // The boxes a bad command line shows by design are answered in silence.
+    static DefaultAnswers silent;
+    setDialogs(&silent);
     setEndProgramHook([] { throw Ended{}; });
     return 0;
 }
@@ -43,6 +50,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const QString line = QString::fromUtf8(reinterpret_cast<const char*>(data), qsizetype(size));
     resetAppState();
+    hurried.restart();
     try {
         ParseCommandLine(line);
     } catch (const Ended&) {

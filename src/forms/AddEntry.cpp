@@ -33,16 +33,20 @@ namespace {
 bool isEdit(const EntryForm& form) { return form.Name() == QLatin1String("frmRnTblEdit"); }
 
 void cutAmount(QLineEdit& field) {
-    if (Trim(field.text()).size() > 12) field.setText(Left(field.text(), 12));
+    if (Trim(field.text()).size() <= 12) return;
+    field.setText(Left(field.text(), 12));
     field.setFocus();
     caretAt100(field);
 }
 
 }  // namespace
 
-QString runTableLine(const EntryForm& form, std::int16_t row) {
-    const QString info = ReplaceString(form.txtSampleInfo->toPlainText(), QStringLiteral("\t"),
-                                       QStringLiteral("       "));
+QString sampleInfoText(const EntryForm& form) {
+    return ReplaceString(form.txtSampleInfo->toPlainText(), QStringLiteral("\t"),
+                         QStringLiteral("       "));
+}
+
+QString runTableLine(const EntryForm& form, std::int16_t row, const QString& info) {
     return QStringList{CStr(row),
                        form.cboSample->currentText(),
                        form.cboMethod->currentText(),
@@ -207,7 +211,7 @@ void cmdAdd_Click() {
             orq.lblSubDir->show();
             orq.txtSubDir->show();
             const std::int16_t row = toInt16(grid.Rows());
-            const QString line = runTableLine(form, row);
+            const QString line = runTableLine(form, row, sampleInfoText(form));
             const QString naming =
                 GetPvtProfileStr(section, profile::DataFileNaming, App.GlblIniFile);
             if (naming == profile::PrefixCounter)

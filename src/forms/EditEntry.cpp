@@ -94,12 +94,13 @@ void btnReplace_Click() {
                 next();
             }
         }
+        const QString info = sampleInfoText(form);  // before the checks, unlike Add
         if (!ValidRunTableEntries(orq, form)) {
             setListText(*form.cboInjVial, QStringLiteral("1"));
             return;
         }
         const std::int16_t row = toInt16(grid.RowSel());
-        const QString line = runTableLine(form, row);
+        const QString line = runTableLine(form, row, info);
         if (grid.Rows() == 2) {
             // The grid cannot lose its last row.
             ClearRunTable(orq);

@@ -18,9 +18,10 @@ bool hasButtonFaceColour(const QWidget& field);
 // The pair section of ORQ.INI: sample, comma, method.
 QString pairSection(const EntryForm& frm);
 
-// A run table line of the form's fields, row number first; tabs of the
-// sample information become seven blanks.
-QString runTableLine(const EntryForm& form, std::int16_t row);
+// The sample information with each tab as seven blanks.
+QString sampleInfoText(const EntryForm& form);
+// A run table line of the form's fields, row number first, info last.
+QString runTableLine(const EntryForm& form, std::int16_t row, const QString& info);
 
 // A host reply compared with a number: empty compares as 0, other text must be a number.
 bool replyIs(const QString& reply, double value);

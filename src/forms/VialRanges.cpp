@@ -55,7 +55,8 @@ void GetDriverVialRange(const QString& injector, QString& lowerVial, QString& up
     const QString file = App.GlblInstDir + profile::DriverIniName;
     const QString& section = profile::DriverSection;
     const auto read = [&](const QString& key, int fallback) {
-        return CStr(GetPrivateProfileIntA(section, key, fallback, file));
+        // The program declares the call's result a signed 32-bit number: "-1" stays -1.
+        return CStr(static_cast<std::int32_t>(GetPrivateProfileIntA(section, key, fallback, file)));
     };
     if (injector == QLatin1String("Front")) {
         lowerVial = read(profile::FrLowerVial, 0);

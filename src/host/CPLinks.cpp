@@ -1,7 +1,6 @@
 #include "CPLinks.h"
 
 #include <QFormLayout>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <memory>
 
@@ -42,9 +41,13 @@ void CPLinks::Form_Load() {
     handled("Form_Load", [&] { itemfeed::SetHandleInDLL(windowTitle()); });
 }
 
-void CPLinks::keyPressEvent(QKeyEvent* event) {
-    Form_KeyPress(event->key());
-    itemfeed::noticeServed(event->key());
+bool CPLinks::event(QEvent* event) {
+    if (event->type() != itemfeed::NoticeEvent::type()) return QWidget::event(event);
+    const auto& notice = *static_cast<itemfeed::NoticeEvent*>(event);
+    if (!itemfeed::noticeReceived(notice)) return true;  // a late copy of a resent notice
+    Form_KeyPress(notice.index);
+    itemfeed::noticeServed(notice.index);
+    return true;
 }
 
 void CPLinks::Form_KeyPress(int keyAscii) {

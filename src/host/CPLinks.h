@@ -27,7 +27,7 @@ public:
     QLineEdit* ddeDummy;
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
 };
 
 inline const QString CPLinksCaption = QStringLiteral("DDEForm");

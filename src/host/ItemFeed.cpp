@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QKeyEvent>
 #include <QPointer>
 #include <QStringList>
 #include <QTimer>
@@ -31,6 +30,9 @@ struct Feed {
     std::map<QString, QString> current;
     std::deque<int> pending;
     int noticeOut = -1;  // index of the notice posted and not yet read
+    quint64 serial = 0;  // of the notice out; a resent one gets a new serial
+    bool received = false;
+    std::unique_ptr<QTimer> resend;
     QElapsedTimer subscribing;
     bool lost = false;
 };
@@ -48,16 +50,31 @@ QWidget* notifiedForm() {
     return nullptr;
 }
 
+void postNotice(QWidget* form) {
+    Feed& f = feed();
+    f.received = false;
+    QCoreApplication::postEvent(form, new NoticeEvent(f.noticeOut, ++f.serial));
+    if (!f.resend) {
+        f.resend = std::make_unique<QTimer>();
+        f.resend->setSingleShot(true);
+        f.resend->setInterval(NoticeResend);
+        QObject::connect(f.resend.get(), &QTimer::timeout, [] {
+            Feed& feed_ = feed();
+            if (feed_.noticeOut < 0 || feed_.received) return;
+            if (QWidget* again = notifiedForm()) postNotice(again);
+        });
+    }
+    f.resend->start();
+}
+
 void sendNextNotice() {
     Feed& f = feed();
     if (f.noticeOut >= 0 || f.pending.empty()) return;
     QWidget* form = notifiedForm();
     if (!form) return;
-    const int index = f.pending.front();
+    f.noticeOut = f.pending.front();
     f.pending.pop_front();
-    f.noticeOut = index;
-    QCoreApplication::postEvent(
-        form, new QKeyEvent(QEvent::KeyPress, index, Qt::NoModifier, QString(QChar(index))));
+    postNotice(form);
 }
 
 // Every change gets its notice and is read in turn, so a quick "RUNNING" is not
@@ -128,6 +145,21 @@ std::int16_t GetDDEDataBuffer(const QString& item, QString& buffer) {
     }
     buffer = feed().current[item].left(MaxValueChars);
     return static_cast<std::int16_t>(buffer.size());
+}
+
+NoticeEvent::NoticeEvent(int index_, quint64 serial_)
+    : QEvent(type()), index(index_), serial(serial_) {}
+
+QEvent::Type NoticeEvent::type() {
+    static const auto registered = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return registered;
+}
+
+bool noticeReceived(const NoticeEvent& notice) {
+    Feed& f = feed();
+    if (f.noticeOut < 0 || f.received || notice.serial != f.serial) return false;
+    f.received = true;
+    return true;
 }
 
 void noticeServed(int index) {

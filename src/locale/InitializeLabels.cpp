@@ -1,4 +1,7 @@
+#include <QGroupBox>
 #include <QLabel>
+#include <utility>
+#include <vector>
 
 #include "CaptionTable.h"
 #include "Captions.h"
@@ -27,10 +30,21 @@ QWidget& controlOf(const CaptionEntry& entry) {
 }
 
 void setFontSize(QWidget& control, std::int32_t id) {
+    // A frame's size is its caption's alone: the controls inside keep theirs.
+    std::vector<std::pair<QWidget*, qreal>> inside;
+    if (qobject_cast<QGroupBox*>(&control))
+        for (QWidget* child : control.findChildren<QWidget*>())
+            inside.emplace_back(child, child->font().pointSizeF());
     QFont font = control.font();
     // No digits reads as size 0, which the widget shows as its smallest.
     font.setPointSizeF(std::max(Val(GetResourceString(id)), 1.0));
     control.setFont(font);
+    for (auto [child, size] : inside) {
+        if (child->font().pointSizeF() == size) continue;
+        QFont own;  // the size alone, so the rest still follows the form
+        own.setPointSizeF(size);
+        child->setFont(own);
+    }
 }
 
 QString revision() {

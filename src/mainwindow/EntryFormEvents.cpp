@@ -9,6 +9,7 @@
 #include "EntryFormProcedures.h"
 #include "EntryForms.h"
 #include "KeyAscii.h"
+#include "platform/ListControls.h"
 
 namespace sidekin {
 
@@ -60,13 +61,8 @@ private:
 
 // What both forms share: list clicks, field changes, Return, Close, F1.
 void wireShared(EntryForm& form, bool isEdit) {
-    // A list's click is a choice of an entry; emptying the list raises none.
-    QObject::connect(form.cboSample, &QComboBox::currentIndexChanged, &form, [&form](int index) {
-        if (index >= 0) cboSample_Click(form);
-    });
-    QObject::connect(form.cboMethod, &QComboBox::currentIndexChanged, &form, [&form](int index) {
-        if (index >= 0) cboMethod_Click(form);
-    });
+    onListClick(*form.cboSample, [&form] { cboSample_Click(form); });
+    onListClick(*form.cboMethod, [&form] { cboMethod_Click(form); });
     QObject::connect(form.txtSampleID, &QLineEdit::textChanged, &form,
                      [&form] { txtSampleID_Change(form); });
     QObject::connect(form.txtDataFile, &QLineEdit::textChanged, &form,

@@ -23,6 +23,7 @@
 #include "StatusEvents.h"
 #include "SubDirectory.h"
 #include "platform/ErrorHandler.h"
+#include "platform/ListControls.h"
 
 namespace sidekin {
 
@@ -102,9 +103,7 @@ void wireFrmOrq(FrmOrq& form) {
     QObject::connect(form.cmdRnTblPrint, &QPushButton::clicked, &form, &cmdRnTblPrint_Click);
     QObject::connect(form.fgrdRunTable, &FlexGridView::DblClick, &form, &fgrdRunTable_DblClick);
     QObject::connect(form.fgrdRunTable, &FlexGridView::SelChange, &form, &fgrdRunTable_SelChange);
-    QObject::connect(form.cboOperator, &QComboBox::currentIndexChanged, &form, [](int index) {
-        if (index >= 0) cboOperator_Click();
-    });
+    onListClick(*form.cboOperator, &cboOperator_Click);
     QObject::connect(form.txtSubDir, &QLineEdit::textChanged, &form, &txtSubDir_Change);
     form.txtSubDir->installEventFilter(new SubDirectoryEvents(form.txtSubDir));
     new FrmOrqEvents(form);

@@ -94,7 +94,7 @@ void cmdRnTblEdit_Click() {
         if (!orq.cmdRnTblEdit->isEnabled()) return;
         if (runTable().RowSel() <= App.GlblCurrentRun) return exclaim(17203, 17262);
         App.GlblEditOpen = 1;  // Form_Activate of the Edit form fills it from the row, once
-        dialogs().showModal(frmRnTblEdit());
+        dialogs().showModal(frmRnTblEdit(), &orq);
     });
 }
 

@@ -98,6 +98,11 @@ FlexGridView::FlexGridView(QWidget* parent)
     viewport()->stackUnder(fixed_);
     fixed_->show();
 
+    // The header row is the grid's row 0: a double click there is the grid's too.
+    for (QTableView* view : {static_cast<QTableView*>(this), static_cast<QTableView*>(fixed_)})
+        connect(view->horizontalHeader(), &QHeaderView::sectionDoubleClicked, this,
+                [this] { operatorDoubleClicked(); });
+
     connect(fixed_->verticalScrollBar(), &QAbstractSlider::valueChanged, verticalScrollBar(),
             &QAbstractSlider::setValue);
     connect(verticalScrollBar(), &QAbstractSlider::valueChanged, fixed_->verticalScrollBar(),

@@ -1,6 +1,7 @@
 // The Add form: checks before a row enters the table, additions, field limits, help; the Edit
 // form: showing a row, walking, and what Replace does with a row's name.
 #include <QDir>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -188,6 +189,22 @@ TEST_F(EntryAddTest, FieldLimits) {
         EXPECT_EQ(l.read(), l.kept) << l.name;
         EXPECT_EQ(boxes(), l.boxes) << l.name;
     }
+    // Only a cut amount takes the focus and puts the caret behind the text.
+    f.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&f));
+    f.txtSampleID->setFocus();
+    f.txtSampleAmt->setText("12345");
+    EXPECT_TRUE(f.txtSampleID->hasFocus());
+    f.txtSampleAmt->setFocus();
+    f.txtSampleAmt->setCursorPosition(2);
+    QTest::keyClick(f.txtSampleAmt, '9');
+    EXPECT_EQ(f.txtSampleAmt->text(), "129345");
+    EXPECT_EQ(f.txtSampleAmt->cursorPosition(), 3);
+    f.txtSampleID->setFocus();
+    f.txtISTDAmt->setText("1234567890123");
+    EXPECT_TRUE(f.txtISTDAmt->hasFocus());
+    EXPECT_EQ(f.txtISTDAmt->cursorPosition(), 12);
+    f.hide();
 }
 
 TEST_F(EntryAddTest, F1HelpFallsBackToEnglishThenSaysSo) {
@@ -336,13 +353,15 @@ TEST_F(EntryEditTest, EditOpensOnlyOnARowStillToCome) {
     addThenEdit("Solvent Blank", "FRONTSTD", "2", 1);
     frmRnTblEdit().hide();
     App.GlblCurrentRun = 1;
-    const Shown edit{Shown::Modal, {}, {}, {}};
+    const Shown edit{Shown::Modal, {}, "frmRnTblEdit", "frmORQ"};
     const Shown refused{Shown::Box, BoxStyle::ExclamationOk, text(17203), text(17262)};
     for (auto [row, expected] : {std::pair{1, refused}, {2, edit}}) {
         SelectRunTableRow(grid(), static_cast<std::int16_t>(row));
         dialogs.shown.clear();
         App.GlblEditOpen = 0;
-        emit frmORQ().fgrdRunTable->DblClick();  // a table with runs opens Edit
+        // A table with runs opens Edit, wherever the double click fell: here the header row.
+        QTest::mouseDClick(frmORQ().fgrdRunTable->horizontalHeader()->viewport(), Qt::LeftButton,
+                           {}, QPoint(30, 5));
         EXPECT_EQ(dialogs.shown, std::vector<Shown>{expected}) << row;
         EXPECT_EQ(App.GlblEditOpen, row == 2 ? 1 : 0) << row;
     }

@@ -184,13 +184,13 @@ TEST_F(HostConversationTest, RunMethodLooksAtThePendingErrorFirst) {
     EXPECT_TRUE(host->frames().isEmpty());
 }
 
-// Counts the notices (key events) that reach a form; may post an event of its
+// Counts the notices that reach a form; may post an event of its
 // own at each, as a repaint or a socket read does.
 class NoticeWatch : public QObject {
 public:
     explicit NoticeWatch(bool postOwnEvent = false) : post(postOwnEvent) {}
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() != QEvent::KeyPress) return false;
+        if (event->type() != itemfeed::NoticeEvent::type()) return false;
         ++count;
         if (post) QCoreApplication::postEvent(this, new QEvent(QEvent::User));
         return false;
@@ -287,6 +287,16 @@ TEST_F(ItemFeedTest, StatusValuesFillExactlyEightyCharactersAndRepeatsRaiseNothi
         EXPECT_TRUE(waitUntil([&] { return notices.count > before; }));
         EXPECT_EQ(changed, 2);
     }
+
+    // A burst of changes, an empty value among them: every value comes, in order.
+    QStringList seen, sent;
+    QObject::connect(status, &QLineEdit::textChanged, [&](const QString& t) { seen << t; });
+    for (int i = 0; i < 10000; ++i) {
+        sent << (i == 5000 ? QString() : QString::number(i));
+        host->simulator().publish(items::SystemStatus, sent.back());
+    }
+    ASSERT_TRUE(waitUntil([&] { return seen.size() >= sent.size(); }, 60000)) << seen.size();
+    for (int i = 0; i < sent.size(); ++i) ASSERT_EQ(seen[i], boxText(sent[i])) << i;
 }
 
 TEST_F(ItemFeedTest, KeyCodeOutsideTheTableIsSubscriptOutOfRange) {

@@ -125,6 +125,11 @@ TEST_F(MainWindowTest, OperatorChoice) {
     EXPECT_EQ(App.GlblOperator, QString(29, 'a'));
     QTest::keyClick(&list, Qt::Key_Return);  // Return chooses again: the Add form opens
     EXPECT_EQ(modals(), 2);
+    // Picking the chosen entry again in the list is a choice too (in a later
+    // turn of the event loop, as an operator's pick comes).
+    QCoreApplication::processEvents();
+    emit list.activated(list.currentIndex());
+    EXPECT_EQ(modals(), 3);
 
     threeRows();
     dialogs.shown.clear();

@@ -2,11 +2,15 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTest>
 
 #include "AppState.h"
+#include "CPLinks.h"
+#include "EntryForms.h"
 #include "FileNameRules.h"
 #include "FlexGridView.h"
 #include "FrmOrq.h"
+#include "HostItems.h"
 #include "Nls.h"
 #include "RunTable.h"
 #include "WalkFixture.h"
@@ -60,6 +64,44 @@ TEST_F(WalkTest, ThreeRowsWalkToTheEndWithTheExactCommands) {
     // The table keeps showing the vials as entered; the offsets only go to the host.
     EXPECT_EQ(frmORQ().fgrdRunTable->grid().TextArray(10 * 1 + 5), "5");
     EXPECT_TRUE(QDir(host->dataFolder() + "Batch7/RunC.d").exists());
+}
+
+// The operator's clicks take nothing from the feed: each item the host changes
+// after a click in any form reaches its box, and a walk started after one ends.
+TEST_F(WalkTest, ItemsArriveAfterClicksInEveryForm) {
+    startHostWithQuickRuns();
+    threeRows();
+    CPLinks& links = cpLinks();
+    const std::pair<QString, QLineEdit*> boxes[] = {
+        {items::DataPath, links.txtDataPath},     {items::InstPath, links.txtInstPath},
+        {items::MethPath, links.txtMethPath},     {items::SystemStatus, links.ddeSystemStatus},
+        {items::StatusTime, links.ddeStatusTime}, {items::RunEngine, links.ddeRunEngineStatus}};
+    QWidget* grid = frmORQ().fgrdRunTable->viewport();
+    const std::pair<QWidget*, QWidget*> clicks[] = {{&frmORQ(), grid},
+                                                    {&frmRnTblAdd(), frmRnTblAdd().txtSampleID},
+                                                    {&frmRnTblEdit(), frmRnTblEdit().txtSampleID}};
+    for (auto [form, target] : clicks) {
+        form->show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form));
+        QTest::mouseClick(target, Qt::LeftButton, {}, QPoint(20, 10));
+        const QString round = form->objectName();
+        QStringList values;
+        for (const auto& [item, box] : boxes) {
+            // Folders stay where they are: only the file part changes.
+            values << (box->text().left(box->text().lastIndexOf('/') + 1) + round);
+            host->simulator().publish(item, values.back());
+        }
+        EXPECT_TRUE(waitUntil([&] {
+            for (int i = 0; i < 6; ++i)
+                if (!boxes[i].second->text().startsWith(values[i] + "\r\n")) return false;
+            return true;
+        })) << round.toStdString();
+        if (form != &frmORQ()) form->hide();
+    }
+    QTest::mouseClick(grid, Qt::LeftButton, {}, QPoint(20, 10));
+    clickStartPauseResume();
+    ASSERT_TRUE(waitForIdle());
+    EXPECT_EQ(hostStarts(), 3);
 }
 
 TEST_F(WalkTest, OneManualRowSendsVialZeroAndEndsTheWalk) {

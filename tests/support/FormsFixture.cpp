@@ -1,10 +1,9 @@
 #include "FormsFixture.h"
 
-#include "CPLinks.h"
 #include "EntryForms.h"
 #include "FrmOrq.h"
-#include "ItemFeed.h"
 #include "MainWindowEvents.h"
+#include "UnloadForms.h"
 
 namespace sidekin::test {
 
@@ -20,10 +19,7 @@ void FormsFixture::TearDown() {
 }
 
 void FormsFixture::unloadForms() {
-    itemfeed::reset();
-    unloadCPLinks();
-    unloadEntryForms();
-    unloadFrmORQ();
+    unloadAllForms();
     setFrmOrqLoader(nullptr);
     setEntryFormLoaders(nullptr, nullptr);
 }

@@ -1,5 +1,7 @@
 #include "ScriptedDialogs.h"
 
+#include <QWidget>
+
 namespace sidekin::test {
 
 void PrintTo(const Shown& shown, std::ostream* os) {
@@ -32,7 +34,9 @@ QString ScriptedDialogs::inputBox(const QString& prompt, const QString& title,
     return defaultText;
 }
 
-void ScriptedDialogs::showModal(QWidget&) { shown.push_back({Shown::Modal, {}, {}, {}}); }
+void ScriptedDialogs::showModal(QWidget& form, QWidget* owner) {
+    shown.push_back({Shown::Modal, {}, form.objectName(), owner ? owner->objectName() : QString()});
+}
 
 bool ScriptedDialogs::openDocument(const QString& file, const QString& workingFolder) {
     shown.push_back({Shown::Document, {}, file, workingFolder});

@@ -35,7 +35,8 @@ public:
     BoxAnswer messageBox(BoxStyle style, const QString& text, const QString& title) override;
     QString inputBox(const QString& prompt, const QString& title,
                      const QString& defaultText) override;
-    void showModal(QWidget& form) override;
+    // Records the form's name as text and its owner's as title.
+    void showModal(QWidget& form, QWidget* owner) override;
     bool openDocument(const QString& file, const QString& workingFolder) override;
     bool showHelp(const QString& file, const QString& topic) override;
     QPrinter* printer() override;

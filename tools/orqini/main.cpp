@@ -1,4 +1,5 @@
 #include <QCoreApplication>
+#include <QStringDecoder>
 #include <QStringList>
 #include <cstdio>
 
@@ -14,11 +15,29 @@ const char kUsage[] =
 
 void printLine(const QString& text) { std::fputs(text.toUtf8().append('\n').constData(), stdout); }
 
+// The arguments as given. Qt's own list drops a leading U+FEFF, which in a
+// value is text, as the file reader keeps it.
+QStringList givenArguments(int argc, char** argv) {
+#ifdef Q_OS_WIN
+    (void)argc;
+    (void)argv;
+    return QCoreApplication::arguments().mid(1);
+#else
+    QStringList args;
+    for (int i = 1; i < argc; ++i) {
+        QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                      QStringDecoder::Flag::ConvertInitialBom);
+        args << utf8(QByteArrayView(argv[i]));
+    }
+    return args;
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    const QStringList args = app.arguments().mid(1);
+    const QStringList args = givenArguments(argc, argv);
     const QString verb = args.value(0);
     const qsizetype count = args.size();
 

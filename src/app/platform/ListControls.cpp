@@ -3,7 +3,10 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "RuntimeError.h"
 
@@ -33,6 +36,23 @@ void setListText(QComboBox& list, const QString& text) {
     if (index < 0)
         throw RuntimeError(ErrTextReadOnly, QStringLiteral("'Text' property is read-only"));
     list.setCurrentIndex(index);
+}
+
+void onListClick(QComboBox& list, std::function<void()> click) {
+    // An operator's pick of a new entry raises both signals, change first;
+    // the flag outlives the click (and any yield in it) until that pick's
+    // activation, or the next turn of the event loop after a program's write.
+    auto justChanged = std::make_shared<bool>(false);
+    QObject::connect(&list, &QComboBox::currentIndexChanged, &list,
+                     [&list, click, justChanged](int index) {
+                         if (index >= 0) click();
+                         *justChanged = true;
+                         QTimer::singleShot(0, &list, [justChanged] { *justChanged = false; });
+                     });
+    QObject::connect(&list, &QComboBox::activated, &list, [click, justChanged](int) {
+        if (std::exchange(*justChanged, false)) return;
+        click();
+    });
 }
 
 void SetFocus(QWidget& field) {

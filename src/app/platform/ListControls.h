@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 class QComboBox;
 class QLineEdit;
@@ -19,6 +20,11 @@ void ClearList(QComboBox& list);
 // Selects the entry with this text (its click runs when the selection changes);
 // error 383 when a drop-down list has no such entry. A list with free text takes any text.
 void setListText(QComboBox& list, const QString& text);
+
+// Wires a list's Click: a new selection, by program or by the operator, and
+// every pick by the operator even of the entry already chosen. Emptying the
+// list raises none.
+void onListClick(QComboBox& list, std::function<void()> click);
 
 // Focus to the field; error 5 when it is disabled or hidden.
 void SetFocus(QWidget& field);

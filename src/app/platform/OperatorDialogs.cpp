@@ -6,27 +6,27 @@ namespace sidekin {
 
 namespace {
 
-// Used until the application installs its own: writes to the log and answers
-// as an operator who presses the default button would.
-class LoggingDialogs : public OperatorDialogs {
+// Used until the application installs its own: writes each box to the log.
+class LoggingDialogs : public DefaultAnswers {
 public:
     BoxAnswer messageBox(BoxStyle style, const QString& text, const QString& title) override {
         qWarning().noquote() << title << ":" << text;
-        return style == BoxStyle::ExclamationYesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
+        return DefaultAnswers::messageBox(style, text, title);
     }
-    QString inputBox(const QString&, const QString&, const QString& defaultText) override {
-        return defaultText;
-    }
-    void showModal(QWidget&) override {}
-    bool openDocument(const QString&, const QString&) override { return false; }
-    bool showHelp(const QString&, const QString&) override { return false; }
-    QPrinter* printer() override { return nullptr; }
 };
 
 LoggingDialogs fallback;
 OperatorDialogs* current = &fallback;
 
 }  // namespace
+
+BoxAnswer DefaultAnswers::messageBox(BoxStyle style, const QString&, const QString&) {
+    return style == BoxStyle::ExclamationYesNo ? BoxAnswer::Yes : BoxAnswer::Ok;
+}
+
+QString DefaultAnswers::inputBox(const QString&, const QString&, const QString& defaultText) {
+    return defaultText;
+}
 
 OperatorDialogs& dialogs() { return *current; }
 

@@ -26,13 +26,26 @@ public:
     // Empty text when the operator cancels, as the legacy input box does.
     virtual QString inputBox(const QString& prompt, const QString& title,
                              const QString& defaultText) = 0;
-    virtual void showModal(QWidget& form) = 0;
+    // Returns when the form is hidden; an owner keeps the form above it.
+    virtual void showModal(QWidget& form, QWidget* owner = nullptr) = 0;
     // Opens a document in its default viewer; false when nothing could open it.
     virtual bool openDocument(const QString& file, const QString& workingFolder) = 0;
     // Shows a help topic; false when the help file could not be opened.
     virtual bool showHelp(const QString& file, const QString& topic) = 0;
     // The default printer, or nullptr when there is none.
     virtual QPrinter* printer() = 0;
+};
+
+// Answers as an operator who presses the default button would, and shows nothing.
+class DefaultAnswers : public OperatorDialogs {
+public:
+    BoxAnswer messageBox(BoxStyle style, const QString& text, const QString& title) override;
+    QString inputBox(const QString& prompt, const QString& title,
+                     const QString& defaultText) override;
+    void showModal(QWidget&, QWidget*) override {}
+    bool openDocument(const QString&, const QString&) override { return false; }
+    bool showHelp(const QString&, const QString&) override { return false; }
+    QPrinter* printer() override { return nullptr; }
 };
 
 OperatorDialogs& dialogs();

@@ -13,6 +13,7 @@
 #include <QPrinterInfo>
 #include <QUrl>
 #include <QWidget>
+#include <QWindow>
 
 namespace sidekin {
 
@@ -77,9 +78,16 @@ QString QtOperatorDialogs::inputBox(const QString& prompt, const QString& title,
     return ok ? text : QString();
 }
 
-void QtOperatorDialogs::showModal(QWidget& form) {
+void QtOperatorDialogs::showModal(QWidget& form, QWidget* owner) {
     const Qt::WindowModality previous = form.windowModality();
     form.setWindowModality(Qt::ApplicationModal);
+    if (owner) {
+        // The owner's top window: inside a host window that is the host's.
+        QWindow* top = owner->window()->winId() ? owner->window()->windowHandle() : nullptr;
+        while (top && top->parent()) top = top->parent();
+        form.winId();
+        form.windowHandle()->setTransientParent(top);
+    }
 
     QPointer<QWidget> guard(&form);
     QEventLoop loop;

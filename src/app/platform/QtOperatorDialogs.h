@@ -17,7 +17,7 @@ public:
     QString inputBox(const QString& prompt, const QString& title,
                      const QString& defaultText) override;
     // Returns when the form hides, as a legacy modal show does.
-    void showModal(QWidget& form) override;
+    void showModal(QWidget& form, QWidget* owner) override;
     // A relative file is taken from workingFolder.
     bool openDocument(const QString& file, const QString& workingFolder) override;
     // The topic becomes the fragment of an HTML help file; other files open as they are.

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "StartupReport.h"
+#include "UnloadForms.h"
 #include "platform/PlatformWindowSystem.h"
 #include "platform/QtOperatorDialogs.h"
 
@@ -11,6 +12,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     // The host owns the window's life: a hidden main window keeps the program running.
     app.setQuitOnLastWindowClosed(false);
+    const sidekin::FormsLifetime forms;
 
     sidekin::QtOperatorDialogs dialogs;
     sidekin::setDialogs(&dialogs);
