@@ -18,7 +18,7 @@ mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
 
 simulator=("$build/tools/hostsim/zentrovar-hostsim" --root "$demo/host" --write-ini
            --run-seconds "${DEMO_RUN_SECONDS:-20}" --log "$demo/frames.log"
-           --program-dir "$demo/host/program" --launch "$build/src/app/startup/sidekin")
+           --program-dir "$demo/host/program" --launch "$build/src/startup/sidekin")
 echo "Host frames are logged to $demo/frames.log"
 if [ -n "${DISPLAY:-}" ]; then
     exec "${simulator[@]}"

@@ -7,5 +7,5 @@ cd "$(dirname "$0")/.."
 scripts/setup.sh sidekin zentrovar-hostsim
 scripts/cups-pdf-queue.sh >/dev/null
 build=$(realpath "${BUILD_DIR:-build}")
-tests/road/road-test.sh "$build/tools/hostsim/zentrovar-hostsim" "$build/src/app/startup/sidekin" \
+tests/road/road-test.sh "$build/tools/hostsim/zentrovar-hostsim" "$build/src/startup/sidekin" \
     docs/images/guide

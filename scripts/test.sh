@@ -10,6 +10,7 @@ export SIDEKIN_WERROR=ON
 scripts/setup.sh
 scripts/check-format.sh
 scripts/check-graph.sh "${BUILD_DIR:-build}"
+scripts/check-floors.sh
 export SIDEKIN_PRINT_OUT=${SIDEKIN_PRINT_OUT:-/var/spool/sidekin-pdf}
 scripts/cups-pdf-queue.sh "$SIDEKIN_PRINT_OUT" || echo "No CUPS PDF queue: the print test will fail." >&2
 export QT_QPA_PLATFORM=offscreen

@@ -15,6 +15,7 @@
 #include "InProcessHost.h"
 #include "ItemFeed.h"
 #include "LinkTextBox.h"
+#include "MainWindowEvents.h"
 #include "StartupFetch.h"
 #include "WaitUntil.h"
 #include "platform/ErrorHandler.h"
@@ -24,13 +25,14 @@ using namespace sidekin::test;
 
 namespace {
 
-// A fresh program, forms unwired, with an in-process host serving instrument 1
+// A fresh program, forms unwired but for CPLinks, with an in-process host serving instrument 1
 // online and offline; online is selected.
 class HostConversationTest : public StartupFixture {
 protected:
     void SetUp() override {
         StartupFixture::SetUp();
         FormsFixture::unloadForms();
+        installLinkFormWiring();
         host = std::make_unique<InProcessHost>(InProcessHost::defaultConfig(),
                                                QStringList{online, offline});
         qputenv("ZENTROVAR_CONFIG_DIR", host->configFolder().toUtf8());
@@ -303,7 +305,7 @@ TEST_F(ItemFeedTest, KeyCodeOutsideTheTableIsSubscriptOutOfRange) {
     FillArray();
     for (auto [key, box] : {std::pair{0, false}, {5, false}, {10, false}, {11, true}, {-1, true}}) {
         dialogs.shown.clear();
-        cpLinks().Form_KeyPress(key);
+        Form_KeyPress(key);
         EXPECT_EQ(dialogs.shown,
                   box ? plainBox("Subscript out of range", "Form_KeyPress") : std::vector<Shown>{})
             << key;

@@ -14,6 +14,7 @@
 #include "Nls.h"
 #include "RunTable.h"
 #include "WalkFixture.h"
+#include "platform/LegacyText.h"
 
 using namespace sidekin;
 using namespace sidekin::test;

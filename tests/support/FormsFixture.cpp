@@ -1,5 +1,6 @@
 #include "FormsFixture.h"
 
+#include "CPLinks.h"
 #include "EntryForms.h"
 #include "FrmOrq.h"
 #include "MainWindowEvents.h"
@@ -21,6 +22,7 @@ void FormsFixture::TearDown() {
 void FormsFixture::unloadForms() {
     unloadAllForms();
     setFrmOrqLoader(nullptr);
+    setCPLinksLoader(nullptr);
     setEntryFormLoaders(nullptr, nullptr);
 }
 
