@@ -80,7 +80,13 @@ SimulatorWindow::SimulatorWindow(HostSimulator& simulator, FrameLog& log, int in
     frames_->setLineWrapMode(QPlainTextEdit::NoWrap);
     frames_->setFont(QFont(QStringLiteral("Monospace")));
     frames_->setPlaceholderText(QStringLiteral("Frames the host receives"));
-    log_.setListener([this](const QString& line) { frames_->appendPlainText(line); });
+    showLines_.setSingleShot(true);
+    showLines_.setInterval(100);
+    connect(&showLines_, &QTimer::timeout, this, &SimulatorWindow::showPendingLines);
+    log_.setListener([this](const QString& line) {
+        pendingLines_ << line;
+        if (!showLines_.isActive()) showLines_.start();
+    });
 
     auto* panel = new QHBoxLayout;
     panel->addWidget(statusBox, 1);
@@ -104,8 +110,17 @@ qint64 SimulatorWindow::hostHandle() {
 
 void SimulatorWindow::control(const QString& line) {
     const ControlReply reply = applyControl(simulator_, line);
-    if (reply.text != u"ok") frames_->appendPlainText(line + QStringLiteral(": ") + reply.text);
+    if (reply.text != u"ok") {
+        showPendingLines();
+        frames_->appendPlainText(line + QStringLiteral(": ") + reply.text);
+    }
     refresh();
+}
+
+void SimulatorWindow::showPendingLines() {
+    if (pendingLines_.isEmpty()) return;
+    frames_->appendPlainText(pendingLines_.join(u'\n'));
+    pendingLines_.clear();
 }
 
 void SimulatorWindow::refresh() {
