@@ -30,6 +30,7 @@ private:
     void control(const QString& line);
     void refresh();
     void showPendingLines();
+    void appendToLog(const QString& text);
 
     HostSimulator& simulator_;
     FrameLog& log_;
