@@ -13,6 +13,7 @@
 #include "HostLink.h"
 #include "LinkProtocol.h"
 #include "LinkTextBox.h"
+#include "SocketFloor.h"
 #include "UnloadForms.h"
 #include "platform/Clock.h"
 #include "platform/RuntimeError.h"
@@ -103,6 +104,20 @@ int main(int argc, char** argv) {
         std::printf("  %-44s %6s %8s %8s %8s %8s %8s\n", "", "count", "min", "median", "p99", "max",
                     "mean");
 
+        // The same bytes as a request of the item and its answer, over a bare socket.
+        const int askBytes = static_cast<int>(
+            link::encode({link::Verb::Request, 1, link::TopicWait, QStringLiteral("ShowORQ$"), {}})
+                .size());
+        const int answerBytes = static_cast<int>(
+            link::encode({link::Verb::Data, 1, {}, {}, QStringLiteral("11") + link::LineEnd})
+                .size());
+        const Stats socketFloor =
+            summarize(socketPingPong(KeptRequests, Warmup, askBytes, answerBytes));
+        printRow(qPrintable(QStringLiteral("socket floor: AF_UNIX ping-pong, %1 B / %2 B")
+                                .arg(askBytes)
+                                .arg(answerBytes)),
+                 socketFloor);
+
         int failures = 0;
         QString value;
         {
@@ -121,7 +136,11 @@ int main(int argc, char** argv) {
                 }
                 times.push_back(micros(t0, Steady::now()));
             }
-            printRow("one conversation, request only", summarize(times));
+            const Stats kept = summarize(times);
+            printRow("one conversation, request only", kept);
+            if (socketFloor.count > 0)
+                std::printf("  median request = %.1f × the socket floor (p99 %.1f ×)\n",
+                            kept.median / socketFloor.median, kept.p99 / socketFloor.p99);
         }
         {
             std::vector<double> times;

@@ -3,6 +3,7 @@
 #include <QDeadlineTimer>
 #include <QMetaObject>
 
+#include "LinkSend.h"
 #include "platform/RuntimeError.h"
 
 namespace sidekin::link {
@@ -59,8 +60,7 @@ void SocketChannel::readFrames() {
 Frame SocketChannel::ask(Verb verb, const QString& topic, const QString& name, int timeoutMs) {
     if (!isOpen()) raiseError(reader_.failed() ? ErrBadData : ErrNoChannel);
     const std::uint32_t id = nextId_++;
-    socket_.write(encode(Frame{verb, id, topic, name, {}}));
-    socket_.flush();
+    sendNow(socket_, encode(Frame{verb, id, topic, name, {}}));
     QDeadlineTimer deadline(timeoutMs);
     for (;;) {
         readFrames();

@@ -8,6 +8,7 @@
 
 #include "HostSimulator.h"
 #include "LinkProtocol.h"
+#include "LinkSend.h"
 
 namespace sidekin::hostsim {
 
@@ -27,18 +28,14 @@ public:
     int connection() const override { return connection_; }
 
     void send(const link::Frame& frame) override {
-        if (dropped_) return;
-        socket_->write(link::encode(frame));
-        socket_->flush();
+        if (!dropped_) link::sendNow(*socket_, link::encode(frame));
     }
 
     void sendGarbage() override {
         QByteArray bytes =
             link::encode(link::Frame{link::Verb::Data, 0, {}, {}, QStringLiteral("?")});
         bytes[4] = '\xEE';  // no such verb
-        if (dropped_) return;
-        socket_->write(bytes);
-        socket_->flush();
+        if (!dropped_) link::sendNow(*socket_, bytes);
     }
 
     void drop() override {

@@ -8,6 +8,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -23,6 +26,7 @@ namespace {
 // Room for the program's main window (735 x 289 pixels at 96 dots per inch).
 constexpr int ViewWidth = 760;
 constexpr int ViewHeight = 320;
+constexpr int LogLines = 5000;
 
 QString field(const QString& value, int index) { return value.section(u'|', index, index); }
 
@@ -76,11 +80,16 @@ SimulatorWindow::SimulatorWindow(HostSimulator& simulator, FrameLog& log, int in
 
     frames_ = new QPlainTextEdit;
     frames_->setReadOnly(true);
-    frames_->setMaximumBlockCount(5000);
     frames_->setLineWrapMode(QPlainTextEdit::NoWrap);
     frames_->setFont(QFont(QStringLiteral("Monospace")));
     frames_->setPlaceholderText(QStringLiteral("Frames the host receives"));
-    log_.setListener([this](const QString& line) { frames_->appendPlainText(line); });
+    showLines_.setSingleShot(true);
+    showLines_.setInterval(100);
+    connect(&showLines_, &QTimer::timeout, this, &SimulatorWindow::showPendingLines);
+    log_.setListener([this](const QString& line) {
+        pendingLines_ << line;
+        if (!showLines_.isActive()) showLines_.start();
+    });
 
     auto* panel = new QHBoxLayout;
     panel->addWidget(statusBox, 1);
@@ -104,8 +113,29 @@ qint64 SimulatorWindow::hostHandle() {
 
 void SimulatorWindow::control(const QString& line) {
     const ControlReply reply = applyControl(simulator_, line);
-    if (reply.text != u"ok") frames_->appendPlainText(line + QStringLiteral(": ") + reply.text);
+    if (reply.text != u"ok") {
+        showPendingLines();
+        appendToLog(line + QStringLiteral(": ") + reply.text);
+    }
     refresh();
+}
+
+void SimulatorWindow::showPendingLines() {
+    if (pendingLines_.isEmpty()) return;
+    if (pendingLines_.size() > LogLines) pendingLines_.remove(0, pendingLines_.size() - LogLines);
+    appendToLog(pendingLines_.join(u'\n'));
+    pendingLines_.clear();
+}
+
+// Cut by position: the document's own block limit lays out every line it removes.
+void SimulatorWindow::appendToLog(const QString& text) {
+    frames_->appendPlainText(text);
+    QTextDocument* document = frames_->document();
+    const int extra = document->blockCount() - LogLines;
+    if (extra <= 0) return;
+    QTextCursor cut(document);
+    cut.setPosition(document->findBlockByNumber(extra).position(), QTextCursor::KeepAnchor);
+    cut.removeSelectedText();
 }
 
 void SimulatorWindow::refresh() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringList>
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
@@ -27,6 +29,8 @@ public:
 private:
     void control(const QString& line);
     void refresh();
+    void showPendingLines();
+    void appendToLog(const QString& text);
 
     HostSimulator& simulator_;
     FrameLog& log_;
@@ -38,6 +42,9 @@ private:
     QLabel* show_ = nullptr;
     QPushButton* abortNext_ = nullptr;
     QPlainTextEdit* frames_ = nullptr;
+    // Log lines not shown yet: a repaint per frame would cost more than the frame.
+    QStringList pendingLines_;
+    QTimer showLines_;
 };
 
 }  // namespace sidekin::hostsim
