@@ -1,6 +1,11 @@
 #include "Control.h"
 
+#ifdef Q_OS_WIN
+#include <cstdio>
+#include <thread>
+#else
 #include <unistd.h>
+#endif
 
 #include <QLocalServer>
 #include <QLocalSocket>
@@ -146,6 +151,20 @@ QString ControlChannel::handle(const QString& line) {
     return reply.text;
 }
 
+#ifdef Q_OS_WIN
+// A console or pipe handle cannot be watched by the event loop there: a thread
+// reads it and hands each piece to the channel's thread.
+void ControlChannel::readStandardInput() {
+    std::thread([this] {
+        char buffer[4096];
+        // At the end of input the host goes on serving; only "quit" ends it.
+        while (std::fgets(buffer, sizeof buffer, stdin)) {
+            const QByteArray piece(buffer);
+            QMetaObject::invokeMethod(this, [this, piece] { takeInput(piece); });
+        }
+    }).detach();
+}
+#else
 void ControlChannel::readStandardInput() {
     stdin_ = new QSocketNotifier(STDIN_FILENO, QSocketNotifier::Read, this);
     connect(stdin_, &QSocketNotifier::activated, this, &ControlChannel::stdinReady);
@@ -159,7 +178,12 @@ void ControlChannel::stdinReady() {
         stdin_->setEnabled(false);
         return;
     }
-    pending_.append(buffer, n);
+    takeInput(QByteArray(buffer, n));
+}
+#endif
+
+void ControlChannel::takeInput(const QByteArray& piece) {
+    pending_.append(piece);
     for (qsizetype end = pending_.indexOf('\n'); end >= 0; end = pending_.indexOf('\n')) {
         const QString line = QString::fromUtf8(pending_.left(end)).remove(u'\r');
         pending_.remove(0, end + 1);

@@ -33,6 +33,7 @@ signals:
 
 private:
     void stdinReady();
+    void takeInput(const QByteArray& piece);
     QString handle(const QString& line);
 
     HostSimulator& simulator_;

@@ -1,7 +1,5 @@
 #include "LinkProtocol.h"
 
-#include <unistd.h>
-
 #include <QStringDecoder>
 #include <QtEndian>
 
@@ -97,26 +95,6 @@ std::optional<Frame> FrameReader::next() {
     }
     buffer_.remove(0, 4 + length);
     return frame;
-}
-
-QString serverName(const QString& service) {
-    return QStringLiteral("zentrovar-%1-%2").arg(getuid()).arg(service);
-}
-
-}  // namespace sidekin::link
-
-#include <sys/socket.h>
-#include <sys/types.h>
-
-namespace sidekin::link {
-
-bool peerIsSameUser(qintptr socketDescriptor) {
-    ucred credentials{};
-    socklen_t size = sizeof credentials;
-    if (getsockopt(static_cast<int>(socketDescriptor), SOL_SOCKET, SO_PEERCRED, &credentials,
-                   &size) != 0)
-        return false;
-    return credentials.uid == getuid();
 }
 
 }  // namespace sidekin::link

@@ -1,9 +1,9 @@
-#include "LinkSend.h"
-
 #include <sys/socket.h>
 
 #include <QLocalSocket>
 #include <cerrno>
+
+#include "LinkSend.h"
 
 namespace sidekin::link {
 
