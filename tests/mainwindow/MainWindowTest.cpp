@@ -162,22 +162,6 @@ TEST_F(MainWindowTest, InstructionsOpenThePairsDocumentOrTheGeneralOne) {
     EXPECT_EQ(dialogs.shown[2].title, text(17265));
 }
 
-TEST_F(MainWindowTest, ResizeMovesTheButtonsOnlyAboveTheHeightLimit) {
-    FrmOrq& form = frmORQ();
-    form.show();
-    const int designTop = form.cmdRnTblPrint->y();
-    const int frame = form.frameGeometry().height() - form.height();
-    const int limit = static_cast<int>(4850 / TwipsPerPixelY());  // the last outer height at it
-    form.resize(form.width(), limit - frame);
-    EXPECT_EQ(form.cmdRnTblPrint->y(), designTop);
-    form.resize(form.width(), limit + 60 - frame);
-    const float outer = (limit + 60) * TwipsPerPixelY();
-    EXPECT_EQ(form.cmdRnTblPrint->y(), twipsToPixelsY(outer - 1000));
-    EXPECT_EQ(form.cmdRnTblAdd->y(), form.cmdRnTblPrint->y());
-    EXPECT_NEAR(form.fgrdRunTable->y() + form.fgrdRunTable->height(),
-                form.cmdRnTblAdd->y() - twipsToPixelsY(165), 1);
-}
-
 TEST_F(MainWindowTest, SubdirectoryIsCheckedOnlyWhenTheOperatorLeavesIt) {
     startHost();
     threeRows();
@@ -206,29 +190,6 @@ TEST_F(MainWindowTest, SubdirectoryIsCheckedOnlyWhenTheOperatorLeavesIt) {
     focusField();
     QTest::keyClick(form.txtSubDir, Qt::Key_Tab);
     EXPECT_EQ(dialogs.boxTitles(), QStringList{text(17263)});
-}
-
-TEST_F(MainWindowTest, EveryCaptionComesFromTheLanguageInUse) {
-    QByteArray table;
-    for (int id = 17000; id < 17400; ++id)
-        table += QByteArray::number(id) + "=#" + QByteArray::number(id) + "\n";
-    useTexts(table);
-    EXPECT_EQ(frmORQ().windowTitle(), "#17002 (Rev: 32.3.22)");
-    for (QWidget* form :
-         std::initializer_list<QWidget*>{&frmORQ(), &frmRnTblAdd(), &frmRnTblEdit()}) {
-        for (QWidget* w : form->findChildren<QWidget*>()) {
-            QString caption;
-            if (auto* l = qobject_cast<QLabel*>(w)) caption = l->text();
-            if (auto* b = qobject_cast<QAbstractButton*>(w)) caption = b->text();
-            if (auto* g = qobject_cast<QGroupBox*>(w)) caption = g->title();
-            const bool glyph = w == frmORQ().cmdUp || w == frmORQ().cmdDown;
-            EXPECT_TRUE(glyph || caption.isEmpty() || caption.startsWith('#'))
-                << w->objectName().toStdString();
-            EXPECT_TRUE(w->toolTip().isEmpty() || w->toolTip().startsWith('#'))
-                << w->objectName().toStdString();
-        }
-    }
-    EXPECT_TRUE(dialogs.shown.empty());
 }
 
 TEST_F(MainWindowTest, LostHostIsMarkedOnTheFrameWhileTheLabelsKeepItsLastWords) {
