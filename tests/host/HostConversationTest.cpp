@@ -120,6 +120,14 @@ TEST_F(HostConversationTest, WithoutHostTheRunsCallerGetsTheErrorAndNoChannelIsO
     EXPECT_TRUE(dialogs.shown.empty());
     handled("caller", [&] { box.LinkRequest(); });
     EXPECT_EQ(dialogs.shown, plainBox("DDE method invoked with no channel open", "caller"));
+    // The boxes of the other link failures read as the legacy platform's did.
+    const std::pair<int, const char*> texts[] = {
+        {link::ErrNoHost, "No foreign application responded to a DDE initiate"},
+        {link::ErrRefused, "Foreign application won't perform DDE method or operation"},
+        {link::ErrTimeout, "Timeout while waiting for DDE response"},
+        {link::ErrBadData, "Data in wrong format"},
+        {link::ErrHostQuit, "Foreign application quit"}};
+    for (auto [error, description] : texts) EXPECT_EQ(errorDescription(error), description);
 }
 
 TEST_F(HostConversationTest, LoadMethodWaitsWithoutLimitServingEvents) {

@@ -210,6 +210,7 @@ grep -qF BLANK-2 <<<"$text" && fail "the printed table still has the deleted run
 # The host ends the front end.
 click "$host" 718 404
 wait_for 10 "Sidekin to end" no_window "$main"
+wait_for 10 "Sidekin's end with status 0" grep -qF "ended with status 0" "$work/host.out"
 
 # What the host was told, in order: only these start commands, with these files.
 starts=$(grep -E "ORQ_SetRunTableVars|ORQ_PrepareSingleRun|ORQ_HOST_START" "$work/frames.log" |

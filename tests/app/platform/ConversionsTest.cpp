@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QStringList>
 #include <optional>
 
 #include "ErrorOf.h"
+#include "platform/Clock.h"
 #include "platform/Conversions.h"
 #include "platform/DateFormats.h"
 #include "platform/LegacyText.h"
+#include "platform/OperatorDialogs.h"
 #include "platform/RuntimeError.h"
 
 using namespace sidekin;
@@ -54,6 +57,8 @@ TEST(ConversionsTest, SixteenAndThirtyTwoBitLimitsRaiseOverflow) {
     EXPECT_EQ(errorOf([] { CInt(QStringLiteral("40000")); }), ErrOverflow);
     EXPECT_EQ(errorOf([] { CInt(QStringLiteral("x")); }), ErrTypeMismatch);
     EXPECT_EQ(CLng(-2147483648.0), -2147483647 - 1);
+    EXPECT_EQ(CLng(2147483647.0), 2147483647);
+    EXPECT_EQ(errorOf([] { CLng(2147483647.5); }), ErrOverflow);  // rounds to the even 2^31
     EXPECT_EQ(errorOf([] { CLng(2147483648.0); }), ErrOverflow);
     EXPECT_EQ(errorOf([] { CDbl(QStringLiteral("1e999")); }), ErrOverflow);
     EXPECT_EQ(sub16(-32767, 1), -32768);
@@ -108,6 +113,19 @@ TEST(DateFormatsTest, EachKnownFormat) {
     const QString time = FormatDate(moment, "ttttt");
     EXPECT_TRUE(time.contains("04") && time.contains("05")) << time.toStdString();
     EXPECT_EQ(errorOf([&] { FormatDate(moment, "dd.mm"); }), ErrInvalidCall);
+}
+
+// The real seams, once each, against the real thing with a short limit.
+TEST(RealSeams, ClockWaitsEndAtTheirLimitAndBoxesGetTheDefaultButton) {
+    QElapsedTimer elapsed;
+    elapsed.start();
+    sidekin::clock().waitForEvents(0.05);  // nothing else to wake it: its limit does
+    sidekin::clock().pause(0.05);
+    EXPECT_GE(elapsed.elapsed(), 45);
+    EXPECT_LT(elapsed.elapsed(), 5000);
+    EXPECT_EQ(dialogs().messageBox(BoxStyle::ExclamationYesNo, "q", "t"), BoxAnswer::Yes);
+    EXPECT_EQ(dialogs().messageBox(BoxStyle::ExclamationOk, "q", "t"), BoxAnswer::Ok);
+    EXPECT_EQ(dialogs().inputBox("p", "t", "given"), "given");
 }
 
 }  // namespace
