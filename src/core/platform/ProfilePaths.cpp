@@ -18,7 +18,10 @@ QString profileFolder() {
 QString resolveProfilePath(const QString& file) {
     QString path = nativePath(file);
     if (path.isEmpty()) return {};
-    if (!path.contains(u'/')) path = profileFolder() + u'/' + path;
+    if (!path.contains(u'/') && !path.contains(u'\\')) path = profileFolder() + u'/' + path;
+#ifdef Q_OS_WIN
+    return path;  // the file system there ignores case itself
+#else
     if (QFileInfo::exists(path)) return path;
 
     // The legacy file system ignores case: a missing part may exist in another spelling.
@@ -41,6 +44,7 @@ QString resolveProfilePath(const QString& file) {
         resolved = joined.chopped(part.size()) + *match;
     }
     return resolved;
+#endif
 }
 
 }  // namespace sidekin
