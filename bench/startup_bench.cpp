@@ -4,7 +4,9 @@
 // press as soon as it shows. The window's load, with its half-second pause, runs
 // while the box is up, so the box cannot close before the pause ends. Counted:
 // exec to the box, and from the key press (or the pause's end, if later) to the
-// first paint. Usage: startup_bench [--runs N]
+// first paint. Beside it, as its floor, the same from exec to first paint of
+// bare_window, a Qt program with one label, in the same display, started after
+// each start of the program. Usage: startup_bench [--runs N]
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -55,25 +57,37 @@ double nowNs() {
                       .count());
 }
 
-Start oneStart(const QString& display, int run) {
-    QTemporaryDir folder;
-    const QString wrapper = folder.filePath("sidekin-timed");
-    const QString spawned = folder.filePath("spawned");
-    const QString report = folder.filePath("report");
+// A script in the folder that notes the time in file "spawned" and execs the program.
+QString timedWrapper(const QTemporaryDir& folder, const QString& program) {
+    const QString wrapper = folder.filePath("timed");
     QFile script(wrapper);
     script.open(QIODevice::WriteOnly);
     script.write(QStringLiteral("#!/bin/sh\ndate +%s%N > '%1'\nexec '%2' \"$@\"\n")
-                     .arg(spawned, SIDEKIN_EXE)
+                     .arg(folder.filePath("spawned"), program)
                      .toUtf8());
     script.close();
     script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return wrapper;
+}
 
-    QProcess host;
+// Both programs run in the display with the same platform, fonts and report file.
+QProcessEnvironment startEnvironment(const QTemporaryDir& folder, const QString& display) {
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("DISPLAY", display);
     env.insert("QT_QPA_PLATFORM", "xcb");
+    env.insert("SIDEKIN_STARTUP_REPORT", folder.filePath("report"));
+    return env;
+}
+
+Start oneStart(const QString& display, int run) {
+    QTemporaryDir folder;
+    const QString wrapper = timedWrapper(folder, SIDEKIN_EXE);
+    const QString spawned = folder.filePath("spawned");
+    const QString report = folder.filePath("report");
+
+    QProcess host;
+    QProcessEnvironment env = startEnvironment(folder, display);
     env.insert("ZENTROVAR_CONFIG_DIR", folder.path());
-    env.insert("SIDEKIN_STARTUP_REPORT", report);
     host.setProcessEnvironment(env);
     host.setProcessChannelMode(QProcess::MergedChannels);
     host.setStandardOutputFile(folder.filePath("host.out"));
@@ -101,6 +115,25 @@ Start oneStart(const QString& display, int run) {
     return start;
 }
 
+// Exec to first paint of the bare window, ms; negative if it did not paint.
+double bareStart(const QString& display) {
+    QTemporaryDir folder;
+    QProcess bare;
+    bare.setProcessEnvironment(startEnvironment(folder, display));
+    bare.setProcessChannelMode(QProcess::ForwardedChannels);
+    bare.start(timedWrapper(folder, BARE_WINDOW_EXE), {});
+    const QString report = folder.filePath("report");
+    double ms = -1;
+    if (waitFor([&] { return !readAll(report).isEmpty(); }, 20000)) {
+        const double shownNs = readAll(report).trimmed().split(' ').value(1).toDouble();
+        ms = (shownNs - readAll(folder.filePath("spawned")).trimmed().toDouble()) / 1e6;
+    }
+    bare.terminate();
+    if (!bare.waitForFinished(3000)) bare.kill();
+    bare.waitForFinished(2000);
+    return ms;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -120,7 +153,7 @@ int main(int argc, char** argv) {
     const QString display = ":" + QString::fromLatin1(xvfb.readAllStandardOutput()).trimmed();
     qputenv("DISPLAY", display.toUtf8());
 
-    std::vector<double> toBox, afterBox, total;
+    std::vector<double> toBox, afterBox, total, bare;
     for (int run = 0; run < runs; ++run) {
         const Start start = oneStart(display, run);
         if (start.afterBox < 0) {
@@ -130,14 +163,22 @@ int main(int argc, char** argv) {
         toBox.push_back(start.toBox);
         afterBox.push_back(start.afterBox);
         total.push_back(start.toBox + start.afterBox);
+        bare.push_back(bareStart(display));
+        if (bare.back() < 0) {
+            std::fprintf(stderr, "startup_bench: the bare window did not paint\n");
+            return 1;
+        }
     }
-    std::printf("%d starts, ms            min   median      max\n", runs);
+    std::printf("%d starts each, ms                       min   median      max\n", runs);
     for (const auto& [name, values] : {std::pair{"exec to start box", toBox},
                                        {"box to main window", afterBox},
-                                       {"beyond the pause", total}}) {
+                                       {"beyond the pause", total},
+                                       {"floor: bare Qt window, exec to paint", bare}}) {
         const Stats s = summarize(values);
-        std::printf("%-22s %8.1f %8.1f %8.1f\n", name, s.min, s.median, s.max);
+        std::printf("%-36s %8.1f %8.1f %8.1f\n", name, s.min, s.median, s.max);
     }
+    std::printf("Sidekin's start = %.1f × a bare Qt window's start (medians, beyond the pause)\n",
+                summarize(total).median / summarize(bare).median);
     xvfb.terminate();
     xvfb.waitForFinished(3000);
     return 0;
