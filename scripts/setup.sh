@@ -9,16 +9,7 @@ packages=(cmake g++ make pkg-config qt6-base-dev libxcb1-dev libgtest-dev
           fonts-liberation fonts-noto-cjk xvfb xauth poppler-utils clang-format clang
           libclang-rt-14-dev cups printer-driver-cups-pdf
           xdotool x11-utils imagemagick)
-missing=()
-for p in "${packages[@]}"; do
-    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
-done
-if ((${#missing[@]})); then
-    sudo=""
-    [ "$(id -u)" -eq 0 ] || sudo="sudo"
-    $sudo apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
-fi
+scripts/need-packages.sh "${packages[@]}"
 
 build=${BUILD_DIR:-build}
 options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo)

@@ -6,17 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 top=$PWD
-sudo=""
-[ "$(id -u)" -eq 0 ] || sudo="sudo"
-packages=(wine wine64 nsis xvfb xauth)
-missing=()
-for p in "${packages[@]}"; do
-    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
-done
-if ((${#missing[@]})); then
-    $sudo apt-get update -qq
-    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-fi
+scripts/need-packages.sh wine wine64 nsis xvfb xauth xdotool
 
 qt=$(scripts/windows/build-qt.sh | tail -n 1)
 [ -f "$qt/lib/cmake/Qt6/Qt6Config.cmake" ] || { echo "No Qt for Windows at $qt" >&2; exit 1; }
