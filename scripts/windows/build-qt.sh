@@ -47,7 +47,11 @@ if [ -z "$src" ]; then
     apt-get source -qq qt6-base="$(dpkg-query -W -f='${Version}' qt6-base-dev-tools)" >&2
     src=$(find . -maxdepth 1 -type d -name 'qt6-base-*' | head -n 1)
 fi
-rm -rf build && mkdir build
+# Without OpenGL the Windows platform plugin still asks for the dynamic GL
+# loader in one place; the tree is patched there (the same change each time).
+sed -i 's/^#if QT_CONFIG(dynamicgl)$/#if QT_CONFIG(dynamicgl) \&\& QT_CONFIG(opengl)/' \
+    "$src/src/plugins/platforms/windows/qwindowswindow.cpp"
+# A build folder left by an earlier try is built on, not thrown away.
 # Tablet input needs wintab.h, which Debian's tarball leaves out.
 cmake -S "$src" -B build -G Ninja \
     -DCMAKE_TOOLCHAIN_FILE="$here/mingw-toolchain.cmake" \
