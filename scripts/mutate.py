@@ -166,9 +166,13 @@ def totals(outcomes):
 
 def main():
     args = arguments()
+    sys.stdout.reconfigure(line_buffering=True)  # progress shows when piped to a file
     os.chdir(ROOT)
-    signal.signal(signal.SIGTERM, stop_on_signal)
-    signal.signal(signal.SIGHUP, stop_on_signal)
+    # SIGINT too: a shell's background job starts with it ignored.
+    for sig in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        signal.signal(sig, stop_on_signal)
+    backup = Backup(args.build)
+    backup.recover()
     files = sources(args.files, args.exclude)
     candidates = []
     for path in files:
@@ -182,21 +186,20 @@ def main():
         return
 
     tests = Tests(args.build, args.jobs, args.test_timeout, args.include_road)
-    backup = Backup(args.build)
-    backup.recover()
-    if not tests.configure():
-        sys.exit(f"cmake could not configure {args.build}")
-    baseline(tests, args)
-
     lines, outcomes = [], []
     try:
+        if not tests.configure():
+            sys.exit(f"cmake could not configure {args.build}")
+        baseline(tests, args)
         for number, mutant in enumerate(sample, 1):
             outcome, why = try_mutant(mutant, tests, backup, args)
             lines.append(report_line(mutant, outcome, why))
             outcomes.append(outcome)
-            print(f"[{number}/{len(sample)}] {lines[-1]}", flush=True)
+            print(f"[{number}/{len(sample)}] {lines[-1]}")
     except KeyboardInterrupt:
-        print("interrupted: the sources are restored", file=sys.stderr)
+        print("interrupted: the sources are as they were", file=sys.stderr)
+    finally:
+        tests.close()
     report = "\n".join(lines + ["", totals(outcomes)]) + "\n"
     print("\n" + report, end="")
     if args.report:

@@ -3,6 +3,7 @@ whole process group, and the failed tests read from ctest's summary."""
 
 import os
 import re
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -70,6 +71,9 @@ class Tests:
         self.excluded = [] if include_road else ["road"]
         self.runtime = tempfile.mkdtemp(prefix="sidekin-mutate-")  # made 0700
         self.env = dict(os.environ, QT_QPA_PLATFORM="offscreen", XDG_RUNTIME_DIR=self.runtime)
+
+    def close(self):
+        shutil.rmtree(self.runtime, ignore_errors=True)
 
     def configure(self):
         if os.path.exists(os.path.join(self.build, "CMakeCache.txt")):
