@@ -11,6 +11,7 @@ import random
 import signal
 import sys
 
+sys.dont_write_bytecode = True  # no __pycache__ in the checkout
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from mutate_places import places  # noqa: E402
 from mutate_run import Tests, failed_tests  # noqa: E402

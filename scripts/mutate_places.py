@@ -116,7 +116,7 @@ _CALL = re.compile(r"^\s*[A-Za-z_][\w]*(?:(?:::|\.|->)~?[A-Za-z_]\w*)*\(")
 _KEYWORDS = {
     "return", "delete", "throw", "goto", "break", "continue", "case", "else", "do", "if",
     "for", "while", "switch", "sizeof", "static_assert", "co_return", "co_await", "emit",
-}  # fmt: skip
+}
 _CONTROL = re.compile(r"^(if|else|for|while|do|switch|try|catch|case|default)\b")
 _LAMBDA = re.compile(
     r"\]\s*(?:\([^;{}]*\))?\s*(?:mutable\s*)?(?:noexcept\s*)?(?:->\s*([\w:<>]+)\s*)?$"
@@ -135,10 +135,7 @@ def places(path, text):
     previous = ""
     for number, line in enumerate(lines, 1):
         if number not in data:
-            found = []
-            found += _operators(line)
-            found += _literals(line)
-            found += _calls(line, previous)
+            found = _operators(line) + _literals(line) + _calls(line, previous)
             if number in bool_returns:
                 found += _returns(text[offset : offset + len(line)], line)
             for start, end, repl, kind in sorted(found):
@@ -150,11 +147,9 @@ def places(path, text):
 
 
 def _spaced(line, start, end):
-    before = line[:start]
-    after = line[end:]
-    return (before == "" or before[-1] in " \t" or not before.strip()) and (
-        after == "" or after[0] in " \t"
-    )
+    """Blank on both sides (or the line's edge): a binary operator, not `<T>` or `T&&`."""
+    before, after = line[:start], line[end:]
+    return (not before.strip() or before[-1] in " \t") and (not after or after[0] in " \t")
 
 
 def _operators(line):
