@@ -12,9 +12,8 @@ qt=$(scripts/windows/build-qt.sh | tail -n 1)
 [ -f "$qt/lib/cmake/Qt6/Qt6Config.cmake" ] || { echo "No Qt for Windows at $qt" >&2; exit 1; }
 build=${1:-build-win}
 cmake -S . -B "$build" -G Ninja \
-    -DCMAKE_TOOLCHAIN_FILE="$top/scripts/windows/mingw-toolchain.cmake" \
-    -DCMAKE_FIND_ROOT_PATH="/usr/x86_64-w64-mingw32;$qt" -DQt6_DIR="$qt/lib/cmake/Qt6" \
-    -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
+    -DCMAKE_TOOLCHAIN_FILE="$qt/lib/cmake/Qt6/qt.toolchain.cmake" \
+    -DQT_CHAINLOAD_TOOLCHAIN_FILE="$top/scripts/windows/mingw-toolchain.cmake" \
     -DCMAKE_BUILD_TYPE=Release -DSIDEKIN_WERROR=ON \
     -DCMAKE_CROSSCOMPILING_EMULATOR="$top/scripts/windows/wine-run.sh" >/dev/null
 cmake --build "$build" -j"$(nproc)"
