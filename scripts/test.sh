@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Sets up, builds (warnings as errors) and runs every check and test: the
 # format and library-graph checks, the suite, a short fuzz of every fuzz
-# target, then the suite again under the sanitizers (clang). Widget tests run
+# target, the suite again under the sanitizers (clang), then the Windows build,
+# its tests under Wine and its installer. Widget tests run
 # offscreen; the X11 tests start their own Xvfb. The print test prints through a
 # CUPS PDF queue set up here; if that fails, the test says so.
 set -euo pipefail
@@ -22,3 +23,7 @@ FUZZ_SECONDS=${FUZZ_SECONDS:-10} scripts/fuzz-smoke.sh
 # The whole suite once more, built with clang under AddressSanitizer and
 # UndefinedBehaviorSanitizer, leaks included.
 scripts/sanitize.sh
+# The Windows programs: Qt for Windows built once per machine (the first time
+# takes about half an hour), the cross build, its tests under Wine, the
+# installer, installed and started under Wine.
+scripts/windows/build.sh "${WIN_BUILD_DIR:-build-win}"
