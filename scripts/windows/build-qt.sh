@@ -20,7 +20,8 @@ if ((${#missing[@]})); then
 fi
 
 version=$(dpkg-query -W -f='${Version}' qt6-base-dev-tools | sed 's/[+-].*//')
-key=$(sha256sum "$here/build-qt.sh" "$here/mingw-toolchain.cmake" | sha256sum | cut -c1-12)
+# The contents only: the same scripts in another checkout find the same cache.
+key=$(cat "$here/build-qt.sh" "$here/mingw-toolchain.cmake" | sha256sum | cut -c1-12)
 cache=${SIDEKIN_WINQT_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/sidekin-winqt}
 prefix=$cache/qt-$version-$key
 if [ -f "$prefix/.complete" ]; then
