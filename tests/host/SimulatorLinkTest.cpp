@@ -16,7 +16,7 @@ namespace {
 TEST(SimulatorLinkTest, SocketFaultsBecomeTheLinkErrors) {
     SimulatorProcess host;
     ASSERT_TRUE(host.started());
-    auto channel = link::hostLink().open(host.service());
+    auto channel = link::hostLink().open(host.service(), link::TopicNoWait);
     QStringList seen;
     QObject::connect(
         channel.get(), &link::Channel::itemUpdated,
@@ -34,7 +34,8 @@ TEST(SimulatorLinkTest, SocketFaultsBecomeTheLinkErrors) {
     // The late answer to the question given up is passed over.
     EXPECT_EQ(channel->request(link::TopicWait, items::ShowOrq, 2000), "11\r\n");
 
-    EXPECT_EQ(errorOf([] { link::hostLink().open("NobodyServesThis"); }), link::ErrNoHost);
+    EXPECT_EQ(errorOf([] { link::hostLink().open("NobodyServesThis", link::TopicWait); }),
+              link::ErrNoHost);
 }
 
 }  // namespace
