@@ -45,8 +45,8 @@ void DdeChannel::check(UINT error) const {
             raiseError(isOpen() ? ErrTimeout : ErrHostQuit);
         case DMLERR_BUSY:
             raiseError(ErrBusy);
-        case DMLERR_NOTPROCESSED:
-            raiseError(isOpen() ? ErrRefused : ErrHostQuit);
+        case DMLERR_POSTMSG_FAILED:  // the host's window is gone
+            raiseError(ErrHostQuit);
         default:
             raiseError(isOpen() ? ErrRefused : ErrHostQuit);
     }

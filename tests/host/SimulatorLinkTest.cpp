@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include "ErrorOf.h"
 #include "HostItems.h"
@@ -27,10 +26,10 @@ TEST(SimulatorLinkTest, SocketFaultsBecomeTheLinkErrors) {
     EXPECT_EQ(errorOf([&] { channel->request(link::TopicWait, "NoSuchItem$", 2000); }),
               link::ErrRefused);
 
-    ::kill(static_cast<pid_t>(host.pid()), SIGSTOP);
+    host.freeze();
     EXPECT_EQ(errorOf([&] { channel->request(link::TopicWait, items::DataPath, 200); }),
               link::ErrTimeout);
-    ::kill(static_cast<pid_t>(host.pid()), SIGCONT);
+    host.thaw();
     // The late answer to the question given up is passed over.
     EXPECT_EQ(channel->request(link::TopicWait, items::ShowOrq, 2000), "11\r\n");
 
