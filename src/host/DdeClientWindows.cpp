@@ -67,7 +67,8 @@ Conversation::Conversation(Listener* listener) : listener_(listener) {
         idle.pop_back();
         return;
     }
-    initError_ = DdeInitializeA(&id_, callback, APPCMD_CLIENTONLY | CBF_SKIP_ALLNOTIFICATIONS, 0);
+    initError_ = DdeInitializeA(
+        &id_, callback, APPCMD_CLIENTONLY | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0);
 }
 
 Conversation::~Conversation() {

@@ -56,13 +56,13 @@ HDDEDATA CALLBACK callback(UINT type, UINT format, HCONV conversation, HSZ topic
             const Answer answer = handler->execute(conversation, stringOf(topic), bytesOf(data));
             switch (answer.kind) {
                 case Answer::Done:
-                    return reinterpret_cast<HDDEDATA>(DDE_FACK);
+                    return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FACK));
                 case Answer::Busy:
-                    return reinterpret_cast<HDDEDATA>(DDE_FBUSY);
+                    return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FBUSY));
                 case Answer::Hold:
                     return CBR_BLOCK;
                 default:
-                    return reinterpret_cast<HDDEDATA>(DDE_FNOTPROCESSED);
+                    return reinterpret_cast<HDDEDATA>(static_cast<ULONG_PTR>(DDE_FNOTPROCESSED));
             }
         }
         case XTYP_REQUEST: {

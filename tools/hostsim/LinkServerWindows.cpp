@@ -1,8 +1,12 @@
 #include <QHash>
 #include <QMetaObject>
+#include <QTimer>
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "DdeServerWindows.h"
 #include "HostSimulator.h"
@@ -12,6 +16,8 @@
 namespace sidekin::hostsim {
 
 namespace {
+
+constexpr int QuietMs = 50;
 
 std::string ansi(const QString& text) { return text.toLocal8Bit().toStdString(); }
 
@@ -33,9 +39,16 @@ public:
         : simulator_(simulator), handle_(handle), topic_(topic), connection_(connection) {
         connect(&simulator, &HostSimulator::itemChanged, this,
                 [this](const QString& item, const QString& value) { changed(item, value); });
+        quiet_.setSingleShot(true);
+        quiet_.setInterval(QuietMs);
+        connect(&quiet_, &QTimer::timeout, this, [this] {
+            for (const std::string& item : std::exchange(unposted_, {}))
+                dde::Server::instance().post(item);
+        });
     }
 
     dde::Answer take(link::Verb verb, const std::string& name) {
+        quiet_.start();
         dde::Answer answer{dde::Answer::Refused, {}};
         answer_ = &answer;
         simulator_.receive(*this, link::Frame{verb, ++lastId_, topic_, fromAnsi(name), {}});
@@ -74,9 +87,16 @@ private:
         if (it != watched_.constEnd()) push(*it, value);
     }
 
+    // A Wine client's transaction fails when a hot link's value arrives on its
+    // conversation meanwhile: values wait until the conversation has been quiet a while.
     void push(const QString& item, const QString& value) {
         dde::Server::instance().queue(handle_, ansi(item), ansi(value + link::LineEnd));
-        later(this, [name = ansi(item)] { dde::Server::instance().post(name); });
+        if (quiet_.isActive()) {
+            // In the order of their first change: the folder items go first.
+            if (std::find(unposted_.begin(), unposted_.end(), ansi(item)) == unposted_.end())
+                unposted_.push_back(ansi(item));
+        } else
+            later(this, [name = ansi(item)] { dde::Server::instance().post(name); });
     }
 
     HostSimulator& simulator_;
@@ -86,6 +106,8 @@ private:
     std::uint32_t lastId_ = 0;
     dde::Answer* answer_ = nullptr;
     QHash<QString, QString> watched_;  // lower-case name -> name as advised
+    QTimer quiet_;
+    std::vector<std::string> unposted_;
 };
 
 }  // namespace
