@@ -47,13 +47,29 @@ HDDEDATA CALLBACK callback(UINT type, UINT format, HCONV handle, HSZ, HSZ item, 
     }
 }
 
-bool takeStrayAck(HWND window) {
+bool isAnswer(const MSG& msg) {
+    if (msg.message == WM_DDE_ACK) return true;
+    UINT_PTR data = 0;
+    UINT_PTR item = 0;
+    if (!UnpackDDElParam(WM_DDE_DATA, msg.lParam, &data, &item) || !data) return false;
+    const auto* header = static_cast<const DDEDATA*>(GlobalLock(reinterpret_cast<HGLOBAL>(data)));
+    const bool response = header && header->fResponse;
+    GlobalUnlock(reinterpret_cast<HGLOBAL>(data));
+    return response;
+}
+
+// Takes an acknowledgement or a request's data off the queue, if it is next:
+// no transaction waits for it. A hot link's data stays where it is.
+bool takeStrayAnswer(HWND window) {
     MSG msg;
-    if (!PeekMessageA(&msg, window, WM_DDE_ACK, WM_DDE_ACK, PM_REMOVE)) return false;
+    if (!PeekMessageA(&msg, window, WM_DDE_ACK, WM_DDE_DATA, PM_NOREMOVE) || !isAnswer(msg))
+        return false;
+    PeekMessageA(&msg, window, msg.message, msg.message, PM_REMOVE);
     UINT_PTR low = 0;
     UINT_PTR high = 0;
-    if (UnpackDDElParam(WM_DDE_ACK, msg.lParam, &low, &high)) {
-        FreeDDElParam(WM_DDE_ACK, msg.lParam);
+    if (UnpackDDElParam(msg.message, msg.lParam, &low, &high)) {
+        FreeDDElParam(msg.message, msg.lParam);
+        if (msg.message == WM_DDE_DATA) GlobalFree(reinterpret_cast<HGLOBAL>(low));
         if (high >= MAXINTATOM && high <= 0xFFFF) GlobalDeleteAtom(static_cast<ATOM>(high));
     }
     return true;
@@ -73,7 +89,7 @@ Conversation::Conversation(Listener* listener) : listener_(listener) {
 
 Conversation::~Conversation() {
     if (handle_) {
-        dropStrayAcks();
+        takeStrayAnswers(afterRequest_ ? StrayAckWaitMs : 0);
         conversations.erase(handle_);
         DdeDisconnect(handle_);
     }
@@ -103,48 +119,58 @@ UINT Conversation::connect(const std::string& service, const std::string& topic)
     return handle_ || error != DMLERR_NO_ERROR ? error : DMLERR_NO_CONV_ESTABLISHED;
 }
 
-// Some servers (Wine's DDEML) post a second, stray acknowledgement behind a
-// request's data, which the next transaction would take for its own answer: it
-// is taken off the queue first, waiting a little where one may be on its way.
-void Conversation::dropStrayAcks() {
+// Takes the answers no transaction waits for off the queue, waiting up to waitMs
+// for one when none is there; answers whether one was taken.
+bool Conversation::takeStrayAnswers(DWORD waitMs) {
     CONVINFO info{};
     info.cb = sizeof info;
-    const bool waitForOne = afterRequest_;
-    afterRequest_ = false;
-    if (!DdeQueryConvInfo(handle_, QID_SYNC, &info)) return;
+    if (!DdeQueryConvInfo(handle_, QID_SYNC, &info)) return false;
     bool taken = false;
-    while (takeStrayAck(info.hwnd)) taken = true;
-    if (taken || !waitForOne) return;
+    while (takeStrayAnswer(info.hwnd)) taken = true;
     const DWORD start = GetTickCount();
-    for (;;) {
+    while (!taken) {
         const DWORD spent = GetTickCount() - start;
-        if (spent >= StrayAckWaitMs) return;
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, StrayAckWaitMs - spent, QS_POSTMESSAGE);
-        if (takeStrayAck(info.hwnd)) return;
+        if (spent >= waitMs) return false;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, waitMs - spent, QS_POSTMESSAGE);
+        taken = takeStrayAnswer(info.hwnd);
     }
+    return true;
 }
 
 UINT Conversation::transact(const void* bytes, DWORD size, const std::string& item, UINT type,
                             DWORD timeoutMs, HDDEDATA* result) {
     *result = nullptr;
     if (!handle_) return DMLERR_NO_CONV_ESTABLISHED;
-    dropStrayAcks();
+    const UINT timedOut = type == XTYP_REQUEST   ? DMLERR_DATAACKTIMEOUT
+                          : type == XTYP_EXECUTE ? DMLERR_EXECACKTIMEOUT
+                                                 : DMLERR_ADVACKTIMEOUT;
+    // A transaction given up is answered late, before any later one: the next
+    // would take that answer for its own. Some servers (Wine's DDEML) also post a
+    // stray acknowledgement behind a request's data.
+    if (lateAnswer_) {
+        if (!takeStrayAnswers(timeoutMs)) return timedOut;
+        lateAnswer_ = false;
+        afterRequest_ = true;
+    }
+    takeStrayAnswers(afterRequest_ ? StrayAckWaitMs : 0);
+    afterRequest_ = false;
     HSZ itemName = item.empty() ? nullptr : DdeCreateStringHandleA(id_, item.c_str(), CP_WINANSI);
     DWORD status = 0;
     *result = DdeClientTransaction(static_cast<LPBYTE>(const_cast<void*>(bytes)), size, handle_,
                                    itemName, CF_TEXT, type, timeoutMs, &status);
     const UINT error = *result ? DMLERR_NO_ERROR : DdeGetLastError(id_);
     if (itemName) DdeFreeStringHandle(id_, itemName);
+    if (error == timedOut) lateAnswer_ = true;
     return *result || error != DMLERR_NO_ERROR ? error : DMLERR_NOTPROCESSED;
 }
 
 UINT Conversation::request(const std::string& item, DWORD timeoutMs, std::string* value) {
     HDDEDATA data = nullptr;
     const UINT error = transact(nullptr, 0, item, XTYP_REQUEST, timeoutMs, &data);
+    afterRequest_ = true;
     if (error != DMLERR_NO_ERROR) return error;
     *value = textOf(data);
     DdeFreeDataHandle(data);
-    afterRequest_ = true;
     return DMLERR_NO_ERROR;
 }
 

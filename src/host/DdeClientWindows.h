@@ -44,13 +44,14 @@ public:
 private:
     UINT transact(const void* bytes, DWORD size, const std::string& item, UINT type,
                   DWORD timeoutMs, HDDEDATA* result);
-    void dropStrayAcks();
+    bool takeStrayAnswers(DWORD waitMs);
 
     Listener* listener_;
     DWORD id_ = 0;
     UINT initError_ = 0;
     HCONV handle_ = nullptr;
     bool afterRequest_ = false;
+    bool lateAnswer_ = false;
 };
 
 }  // namespace sidekin::link::dde

@@ -13,7 +13,7 @@ SimulatorProcess::SimulatorProcess(QStringList extraArguments) {
     static int serial = 0;
     service_ = QStringLiteral("Sim%1x%2").arg(QCoreApplication::applicationPid()).arg(++serial);
     QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_,
-                     [this] { out_ += process_.readAllStandardOutput(); });
+                     [this] { out_ += process_.readAllStandardOutput().replace("\r", ""); });
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     endWithTest(process_);
     process_.start(QStringLiteral(HOSTSIM_EXE),
