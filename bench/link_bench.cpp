@@ -121,7 +121,7 @@ int main(int argc, char** argv) {
         int failures = 0;
         QString value;
         {
-            auto conversation = link::hostLink().open(host.service());
+            auto conversation = link::hostLink().open(host.service(), link::TopicWait);
             for (int i = 0; i < Warmup; ++i)
                 conversation->request(link::TopicWait, QStringLiteral("ShowORQ$"), 60000);
             std::vector<double> times;
@@ -148,7 +148,7 @@ int main(int argc, char** argv) {
             for (int i = 0; i < FreshRequests; ++i) {
                 const auto t0 = Steady::now();
                 try {
-                    auto conversation = link::hostLink().open(host.service());
+                    auto conversation = link::hostLink().open(host.service(), link::TopicWait);
                     conversation->request(link::TopicWait, QStringLiteral("ShowORQ$"), 60000);
                 } catch (const RuntimeError&) {
                     ++failures;

@@ -25,8 +25,11 @@ export WINEPATH="Z:$qt/bin;Z:$runtime;Z:$pthread"
 export QT_PLUGIN_PATH="Z:$qt/plugins"
 export WINEPREFIX=${WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/sidekin-wine}
 export WINEDLLOVERRIDES="mscoree,mshtml="
-timeout 300 wineboot -i >/dev/null 2>&1 || true
-ctest --test-dir "$build" --output-on-failure -j"$(nproc)"
+# Wine makes windows, DDE's hidden ones too, only when its session began with a
+# display: one X display for the prefix's start and the whole test run.
+wineserver -k 2>/dev/null || true
+xvfb-run -a -s "-screen 0 1280x800x24" bash -c \
+    "timeout 300 wineboot -i >/dev/null 2>&1; ctest --test-dir '$build' --output-on-failure -j$(nproc)"
 
 (cd "$build" && cpack -G NSIS >/dev/null)
 installer=$(ls "$build"/sidekin-*-win64.exe)

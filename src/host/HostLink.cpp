@@ -1,6 +1,5 @@
 #include "HostLink.h"
 
-#include "SocketLink.h"
 #include "platform/RuntimeError.h"
 
 namespace sidekin::link {
@@ -11,6 +10,7 @@ void registerLinkErrors() {
     registerErrorDescription(
         ErrRefused, QStringLiteral("Foreign application won't perform DDE method or operation"));
     registerErrorDescription(ErrTimeout, QStringLiteral("Timeout while waiting for DDE response"));
+    registerErrorDescription(ErrBusy, QStringLiteral("Destination is busy"));
     registerErrorDescription(ErrBadData, QStringLiteral("Data in wrong format"));
     registerErrorDescription(ErrHostQuit, QStringLiteral("Foreign application quit"));
     registerErrorDescription(ErrNoChannel,
@@ -24,10 +24,7 @@ const bool linkErrorsRegistered = (registerLinkErrors(), true);
 HostLink* installed = nullptr;
 }  // namespace
 
-HostLink& hostLink() {
-    static SocketLink socketLink;
-    return installed ? *installed : socketLink;
-}
+HostLink& hostLink() { return installed ? *installed : platformHostLink(); }
 
 void setHostLink(HostLink* link) { installed = link; }
 

@@ -11,6 +11,7 @@ enum LinkError : int {
     ErrNoHost = 282,     // nobody serves the service
     ErrRefused = 285,    // the host would not perform it
     ErrTimeout = 286,    // no answer in time
+    ErrBusy = 288,       // the host is busy
     ErrBadData = 290,    // a malformed frame
     ErrHostQuit = 291,   // the connection closed during an operation
     ErrNoChannel = 293,  // an operation on a link that is not open
@@ -36,17 +37,20 @@ signals:
     void closed();
 };
 
-// Opens conversations with the host. The program uses the local-socket link;
-// tests may install a host of their own.
+// Opens conversations with the host. The program uses the platform's link (a
+// local socket, DDE on Windows); tests may install a host of their own.
 class HostLink {
 public:
     virtual ~HostLink() = default;
-    // Raises ErrNoHost when nobody serves the name.
-    virtual std::unique_ptr<Channel> open(const QString& service) = 0;
+    // A conversation on one topic of the service, as DDE has it (the local
+    // socket carries the topic in each frame). Raises ErrNoHost when nobody serves it.
+    virtual std::unique_ptr<Channel> open(const QString& service, const QString& topic) = 0;
 };
 
 HostLink& hostLink();
-// nullptr restores the local-socket link.
+// The platform's own link, whatever is installed.
+HostLink& platformHostLink();
+// nullptr restores the platform's link.
 void setHostLink(HostLink* link);
 
 }  // namespace sidekin::link

@@ -103,7 +103,7 @@ std::int16_t SetHandleInDLL(const QString& caption) {
 
 std::int16_t DDE_Initiate(const QString& service, const QString& topic) {
     try {
-        feed().conversation = link::hostLink().open(service);
+        feed().conversation = link::hostLink().open(service, topic);
     } catch (const RuntimeError&) {
         return 0;
     }

@@ -22,7 +22,7 @@ void LinkTextBox::setLinkMode(int mode) {
         return;
     }
     if (mode_ == None || !conversation_ || !conversation_->isOpen())
-        conversation_ = link::hostLink().open(service());
+        conversation_ = link::hostLink().open(service(), topic());
     mode_ = mode;
     if (mode == Automatic) {
         connect(conversation_.get(), &link::Channel::itemUpdated, this,

@@ -28,7 +28,7 @@ void SocketChannel::connectTo(const QString& service) {
         raiseError(ErrNoHost);
 }
 
-std::unique_ptr<Channel> SocketLink::open(const QString& service) {
+std::unique_ptr<Channel> SocketLink::open(const QString& service, const QString&) {
     auto channel = std::make_unique<SocketChannel>();
     channel->connectTo(service);
     return channel;
@@ -89,6 +89,11 @@ QString SocketChannel::request(const QString& topic, const QString& item, int ti
 
 void SocketChannel::advise(const QString& topic, const QString& item, int timeoutMs) {
     ask(Verb::Advise, topic, item, timeoutMs);
+}
+
+HostLink& platformHostLink() {
+    static SocketLink socketLink;
+    return socketLink;
 }
 
 }  // namespace sidekin::link

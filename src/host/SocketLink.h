@@ -34,7 +34,7 @@ private:
 
 class SocketLink : public HostLink {
 public:
-    std::unique_ptr<Channel> open(const QString& service) override;
+    std::unique_ptr<Channel> open(const QString& service, const QString& topic) override;
 };
 
 }  // namespace sidekin::link

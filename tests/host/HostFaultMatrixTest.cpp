@@ -141,8 +141,8 @@ protected:
         setClock(&fastClock);
         link::setHostLink(this);
     }
-    std::unique_ptr<link::Channel> open(const QString& service) override {
-        return std::make_unique<WatchedChannel>(socketLink.open(service));
+    std::unique_ptr<link::Channel> open(const QString& service, const QString& topic) override {
+        return std::make_unique<WatchedChannel>(socketLink.open(service, topic));
     }
     void TearDown() override {
         WalkFixture::TearDown();

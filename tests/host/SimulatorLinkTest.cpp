@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include "ErrorOf.h"
 #include "HostItems.h"
@@ -16,7 +15,7 @@ namespace {
 TEST(SimulatorLinkTest, SocketFaultsBecomeTheLinkErrors) {
     SimulatorProcess host;
     ASSERT_TRUE(host.started());
-    auto channel = link::hostLink().open(host.service());
+    auto channel = link::hostLink().open(host.service(), link::TopicNoWait);
     QStringList seen;
     QObject::connect(
         channel.get(), &link::Channel::itemUpdated,
@@ -27,14 +26,15 @@ TEST(SimulatorLinkTest, SocketFaultsBecomeTheLinkErrors) {
     EXPECT_EQ(errorOf([&] { channel->request(link::TopicWait, "NoSuchItem$", 2000); }),
               link::ErrRefused);
 
-    ::kill(static_cast<pid_t>(host.pid()), SIGSTOP);
+    host.freeze();
     EXPECT_EQ(errorOf([&] { channel->request(link::TopicWait, items::DataPath, 200); }),
               link::ErrTimeout);
-    ::kill(static_cast<pid_t>(host.pid()), SIGCONT);
+    host.thaw();
     // The late answer to the question given up is passed over.
     EXPECT_EQ(channel->request(link::TopicWait, items::ShowOrq, 2000), "11\r\n");
 
-    EXPECT_EQ(errorOf([] { link::hostLink().open("NobodyServesThis"); }), link::ErrNoHost);
+    EXPECT_EQ(errorOf([] { link::hostLink().open("NobodyServesThis", link::TopicWait); }),
+              link::ErrNoHost);
 }
 
 }  // namespace

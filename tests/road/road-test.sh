@@ -217,4 +217,10 @@ starts=$(grep -E "ORQ_SetRunTableVars|ORQ_PrepareSingleRun|ORQ_HOST_START" "$wor
     cut -f5)
 diff -u "$here/expected-starts.txt" <(sed -E 's/"Avery[0-9]{6}"/"AveryYYMMDD"/' <<<"$starts") ||
     fail "the host received other start commands"
+# The whole conversation, frame by frame; the Windows road must see the same.
+sed -E -e 's/"Avery[0-9]{6}"/"AveryYYMMDD"/g' -e "s|$work/host/program/|<program>/|g" \
+    "$work/frames.log" >"$work/frames.txt"
+[ -z "${SIDEKIN_ROAD_FRAMES:-}" ] || cp "$work/frames.txt" "$SIDEKIN_ROAD_FRAMES"
+diff -u "$here/expected-frames.txt" "$work/frames.txt" ||
+    fail "the host's frame log differs from tests/road/expected-frames.txt"
 echo "road test: passed"

@@ -128,7 +128,7 @@ InProcessHost::~InProcessHost() {
     for (InProcessChannel* channel : channels_) channel->orphan();
 }
 
-std::unique_ptr<link::Channel> InProcessHost::open(const QString& service) {
+std::unique_ptr<link::Channel> InProcessHost::open(const QString& service, const QString&) {
     if (dead_ || !services_.contains(service, Qt::CaseInsensitive)) raiseError(link::ErrNoHost);
     return std::make_unique<InProcessChannel>(*this, ++connections_, service);
 }

@@ -27,7 +27,7 @@ public:
 
     static hostsim::SimConfig defaultConfig();  // model 4410, runs that last an hour
 
-    std::unique_ptr<link::Channel> open(const QString& service) override;
+    std::unique_ptr<link::Channel> open(const QString& service, const QString& topic) override;
 
     hostsim::HostSimulator& simulator() { return *simulator_; }
     const QString& service() const { return services_.front(); }

@@ -1,13 +1,9 @@
 #include "SimulatorProcess.h"
 
-#include <sys/prctl.h>
-#include <sys/wait.h>
-
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QTimer>
-#include <csignal>
 
 #include "WaitUntil.h"
 
@@ -17,11 +13,9 @@ SimulatorProcess::SimulatorProcess(QStringList extraArguments) {
     static int serial = 0;
     service_ = QStringLiteral("Sim%1x%2").arg(QCoreApplication::applicationPid()).arg(++serial);
     QObject::connect(&process_, &QProcess::readyReadStandardOutput, &process_,
-                     [this] { out_ += process_.readAllStandardOutput(); });
+                     [this] { out_ += process_.readAllStandardOutput().replace("\r", ""); });
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    // A test killed by its time limit takes the simulator with it, which would
-    // otherwise keep the test runner waiting on the shared error output.
-    process_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    endWithTest(process_);
     process_.start(QStringLiteral(HOSTSIM_EXE),
                    QStringList{"--no-window", "--service", service_, "--root", folder_.file("host"),
                                "--ini", folder_.file("zentrovar.ini"), "--write-ini", "--log",
@@ -32,7 +26,7 @@ SimulatorProcess::SimulatorProcess(QStringList extraArguments) {
 
 SimulatorProcess::~SimulatorProcess() {
     if (process_.state() != QProcess::NotRunning) {
-        ::kill(static_cast<pid_t>(pid()), SIGCONT);
+        sidekin::test::thaw(pid());
         process_.write("quit\n");
         if (!process_.waitForFinished(3000)) process_.kill();
         process_.waitForFinished(3000);
@@ -52,11 +46,9 @@ void SimulatorProcess::kill() {
     process_.waitForFinished(3000);
 }
 
-void SimulatorProcess::freeze() {
-    ::kill(static_cast<pid_t>(pid()), SIGSTOP);
-    siginfo_t stopped{};
-    ::waitid(P_PID, static_cast<id_t>(pid()), &stopped, WSTOPPED | WNOWAIT);
-}
+void SimulatorProcess::freeze() { sidekin::test::freeze(pid()); }
+
+void SimulatorProcess::thaw() { sidekin::test::thaw(pid()); }
 
 QStringList SimulatorProcess::frames() const {
     QFile log(folder_.file("frames.log"));

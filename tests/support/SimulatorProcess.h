@@ -27,8 +27,9 @@ public:
     void control(const QString& line);
     // SIGKILL; returns once the process is gone.
     void kill();
-    // SIGSTOP; returns once the process is seen stopped. The end of the test thaws it.
+    // Stops the process; returns once it is seen stopped. The end of the test thaws it.
     void freeze();
+    void thaw();
     // The commands (Execute frames) the simulator received, in order, with their topics.
     QStringList executed() const;
     // Every frame received: "verb\ttopic\tname".
@@ -41,5 +42,11 @@ private:
     QByteArray out_;
     bool ready_ = false;
 };
+
+// The platform's part: a test killed by its time limit takes the process with it;
+// stopping and resuming a process.
+void endWithTest(QProcess& process);
+void freeze(qint64 pid);
+void thaw(qint64 pid);
 
 }  // namespace sidekin::test

@@ -3,16 +3,15 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-#include <vector>
-
-class QLocalServer;
+#include <memory>
 
 namespace sidekin::hostsim {
 
 class HostSimulator;
 
 // Serves the simulator under one or more service names, any number of
-// conversations at once, to processes of this user only.
+// conversations at once, to processes of this user only: a local socket, DDE on
+// Windows. Every conversation gets the next connection number of the frame log.
 class LinkServer : public QObject {
     Q_OBJECT
 public:
@@ -24,12 +23,11 @@ public:
     void close();
 
 private:
-    void accept(QLocalServer* server);
+    struct Serving;
 
     HostSimulator& simulator_;
-    std::vector<QLocalServer*> servers_;
+    std::unique_ptr<Serving> serving_;
     QStringList services_;
-    int nextConnection_ = 1;
 };
 
 }  // namespace sidekin::hostsim

@@ -108,7 +108,8 @@ SimulatorWindow::~SimulatorWindow() { log_.setListener({}); }
 
 qint64 SimulatorWindow::hostHandle() {
     const WId id = winId();
-    return QGuiApplication::platformName() == u"xcb" ? static_cast<qint64>(id) : 0;
+    const QString platform = QGuiApplication::platformName();
+    return platform == u"xcb" || platform == u"windows" ? static_cast<qint64>(id) : 0;
 }
 
 void SimulatorWindow::control(const QString& line) {

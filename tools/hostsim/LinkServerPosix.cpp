@@ -1,14 +1,13 @@
-#include "LinkServer.h"
-
 #include <QHash>
 #include <QLocalServer>
 #include <QLocalSocket>
-#include <QPointer>
 #include <cstdio>
+#include <vector>
 
 #include "HostSimulator.h"
 #include "LinkProtocol.h"
 #include "LinkSend.h"
+#include "LinkServer.h"
 
 namespace sidekin::hostsim {
 
@@ -79,8 +78,15 @@ private:
 
 }  // namespace
 
+struct LinkServer::Serving {
+    void accept(HostSimulator& simulator, QLocalServer* server);
+
+    std::vector<QLocalServer*> servers;
+    int nextConnection = 1;
+};
+
 LinkServer::LinkServer(HostSimulator& simulator, QObject* parent)
-    : QObject(parent), simulator_(simulator) {}
+    : QObject(parent), simulator_(simulator), serving_(std::make_unique<Serving>()) {}
 
 LinkServer::~LinkServer() { close(); }
 
@@ -92,17 +98,18 @@ bool LinkServer::listen(const QString& service, QString* error) {
         delete server;
         return false;
     }
-    connect(server, &QLocalServer::newConnection, this, [this, server] { accept(server); });
-    servers_.push_back(server);
+    connect(server, &QLocalServer::newConnection, this,
+            [this, server] { serving_->accept(simulator_, server); });
+    serving_->servers.push_back(server);
     services_ << service;
     return true;
 }
 
 void LinkServer::close() {
-    for (QLocalServer* server : servers_) server->close();
+    for (QLocalServer* server : serving_->servers) server->close();
 }
 
-void LinkServer::accept(QLocalServer* server) {
+void LinkServer::Serving::accept(HostSimulator& simulator, QLocalServer* server) {
     while (QLocalSocket* socket = server->nextPendingConnection()) {
         if (!link::peerIsSameUser(socket->socketDescriptor())) {
             std::fprintf(stderr, "zentrovar-hostsim: refused a peer of another user\n");
@@ -110,7 +117,7 @@ void LinkServer::accept(QLocalServer* server) {
             socket->deleteLater();
             continue;
         }
-        new Session(simulator_, socket, nextConnection_++);
+        new Session(simulator, socket, nextConnection++);
     }
 }
 

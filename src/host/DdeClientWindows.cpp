@@ -1,0 +1,188 @@
+#include "DdeClientWindows.h"
+
+#include <dde.h>
+
+#include <map>
+#include <vector>
+
+namespace sidekin::link::dde {
+
+namespace {
+
+constexpr DWORD StrayAckWaitMs = 30;
+
+std::map<HCONV, Conversation*> conversations;
+// Instances of ended conversations, kept: making one costs as much as connecting.
+std::vector<DWORD> idle;
+
+std::string textOf(HDDEDATA data) {
+    const DWORD size = DdeGetData(data, nullptr, 0, 0);
+    std::string text(size, '\0');
+    if (size > 0) DdeGetData(data, reinterpret_cast<LPBYTE>(text.data()), size, 0);
+    const auto end = text.find('\0');
+    if (end != std::string::npos) text.resize(end);
+    return text;
+}
+
+std::string stringOf(DWORD instance, HSZ handle) {
+    char buffer[256] = {};
+    DdeQueryStringA(instance, handle, buffer, sizeof buffer, CP_WINANSI);
+    return buffer;
+}
+
+HDDEDATA CALLBACK callback(UINT type, UINT format, HCONV handle, HSZ, HSZ item, HDDEDATA data,
+                           ULONG_PTR, ULONG_PTR) {
+    Conversation* conversation = Conversation::of(handle);
+    if (!conversation) return nullptr;
+    switch (type) {
+        case XTYP_ADVDATA:
+            if (format == CF_TEXT)
+                conversation->listener()->data(stringOf(conversation->id(), item), textOf(data));
+            return reinterpret_cast<HDDEDATA>(DDE_FACK);
+        case XTYP_DISCONNECT:
+            conversation->lost();
+            return nullptr;
+        default:
+            return nullptr;
+    }
+}
+
+bool isAnswer(const MSG& msg) {
+    if (msg.message == WM_DDE_ACK) return true;
+    UINT_PTR data = 0;
+    UINT_PTR item = 0;
+    if (!UnpackDDElParam(WM_DDE_DATA, msg.lParam, &data, &item) || !data) return false;
+    const auto* header = static_cast<const DDEDATA*>(GlobalLock(reinterpret_cast<HGLOBAL>(data)));
+    const bool response = header && header->fResponse;
+    GlobalUnlock(reinterpret_cast<HGLOBAL>(data));
+    return response;
+}
+
+// Takes an acknowledgement or a request's data off the queue, if it is next:
+// no transaction waits for it. A hot link's data stays where it is.
+bool takeStrayAnswer(HWND window) {
+    MSG msg;
+    if (!PeekMessageA(&msg, window, WM_DDE_ACK, WM_DDE_DATA, PM_NOREMOVE) || !isAnswer(msg))
+        return false;
+    PeekMessageA(&msg, window, msg.message, msg.message, PM_REMOVE);
+    UINT_PTR low = 0;
+    UINT_PTR high = 0;
+    if (UnpackDDElParam(msg.message, msg.lParam, &low, &high)) {
+        FreeDDElParam(msg.message, msg.lParam);
+        if (msg.message == WM_DDE_DATA) GlobalFree(reinterpret_cast<HGLOBAL>(low));
+        if (high >= MAXINTATOM && high <= 0xFFFF) GlobalDeleteAtom(static_cast<ATOM>(high));
+    }
+    return true;
+}
+
+}  // namespace
+
+Conversation::Conversation(Listener* listener) : listener_(listener) {
+    if (!idle.empty()) {
+        id_ = idle.back();
+        idle.pop_back();
+        return;
+    }
+    initError_ = DdeInitializeA(
+        &id_, callback, APPCMD_CLIENTONLY | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0);
+}
+
+Conversation::~Conversation() {
+    if (handle_) {
+        takeStrayAnswers(afterRequest_ ? StrayAckWaitMs : 0);
+        conversations.erase(handle_);
+        DdeDisconnect(handle_);
+    }
+    if (initError_ == DMLERR_NO_ERROR) idle.push_back(id_);
+}
+
+Conversation* Conversation::of(HCONV handle) {
+    const auto it = conversations.find(handle);
+    return it == conversations.end() ? nullptr : it->second;
+}
+
+void Conversation::lost() {
+    conversations.erase(handle_);
+    handle_ = nullptr;
+    listener_->disconnected();
+}
+
+UINT Conversation::connect(const std::string& service, const std::string& topic) {
+    if (initError_ != DMLERR_NO_ERROR) return initError_;
+    HSZ serviceName = DdeCreateStringHandleA(id_, service.c_str(), CP_WINANSI);
+    HSZ topicName = DdeCreateStringHandleA(id_, topic.c_str(), CP_WINANSI);
+    handle_ = DdeConnect(id_, serviceName, topicName, nullptr);
+    const UINT error = handle_ ? DMLERR_NO_ERROR : DdeGetLastError(id_);
+    DdeFreeStringHandle(id_, serviceName);
+    DdeFreeStringHandle(id_, topicName);
+    if (handle_) conversations[handle_] = this;
+    return handle_ || error != DMLERR_NO_ERROR ? error : DMLERR_NO_CONV_ESTABLISHED;
+}
+
+// Takes the answers no transaction waits for off the queue, waiting up to waitMs
+// for one when none is there; answers whether one was taken.
+bool Conversation::takeStrayAnswers(DWORD waitMs) {
+    CONVINFO info{};
+    info.cb = sizeof info;
+    if (!DdeQueryConvInfo(handle_, QID_SYNC, &info)) return false;
+    bool taken = false;
+    while (takeStrayAnswer(info.hwnd)) taken = true;
+    const DWORD start = GetTickCount();
+    while (!taken) {
+        const DWORD spent = GetTickCount() - start;
+        if (spent >= waitMs) return false;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, waitMs - spent, QS_POSTMESSAGE);
+        taken = takeStrayAnswer(info.hwnd);
+    }
+    return true;
+}
+
+UINT Conversation::transact(const void* bytes, DWORD size, const std::string& item, UINT type,
+                            DWORD timeoutMs, HDDEDATA* result) {
+    *result = nullptr;
+    if (!handle_) return DMLERR_NO_CONV_ESTABLISHED;
+    const UINT timedOut = type == XTYP_REQUEST   ? DMLERR_DATAACKTIMEOUT
+                          : type == XTYP_EXECUTE ? DMLERR_EXECACKTIMEOUT
+                                                 : DMLERR_ADVACKTIMEOUT;
+    // A transaction given up is answered late, before any later one: the next
+    // would take that answer for its own. Some servers (Wine's DDEML) also post a
+    // stray acknowledgement behind a request's data.
+    if (lateAnswer_) {
+        if (!takeStrayAnswers(timeoutMs)) return timedOut;
+        lateAnswer_ = false;
+        afterRequest_ = true;
+    }
+    takeStrayAnswers(afterRequest_ ? StrayAckWaitMs : 0);
+    afterRequest_ = false;
+    HSZ itemName = item.empty() ? nullptr : DdeCreateStringHandleA(id_, item.c_str(), CP_WINANSI);
+    DWORD status = 0;
+    *result = DdeClientTransaction(static_cast<LPBYTE>(const_cast<void*>(bytes)), size, handle_,
+                                   itemName, CF_TEXT, type, timeoutMs, &status);
+    const UINT error = *result ? DMLERR_NO_ERROR : DdeGetLastError(id_);
+    if (itemName) DdeFreeStringHandle(id_, itemName);
+    if (error == timedOut) lateAnswer_ = true;
+    return *result || error != DMLERR_NO_ERROR ? error : DMLERR_NOTPROCESSED;
+}
+
+UINT Conversation::request(const std::string& item, DWORD timeoutMs, std::string* value) {
+    HDDEDATA data = nullptr;
+    const UINT error = transact(nullptr, 0, item, XTYP_REQUEST, timeoutMs, &data);
+    afterRequest_ = true;
+    if (error != DMLERR_NO_ERROR) return error;
+    *value = textOf(data);
+    DdeFreeDataHandle(data);
+    return DMLERR_NO_ERROR;
+}
+
+UINT Conversation::execute(const std::string& command, DWORD timeoutMs) {
+    HDDEDATA done = nullptr;
+    return transact(command.c_str(), static_cast<DWORD>(command.size() + 1), {}, XTYP_EXECUTE,
+                    timeoutMs, &done);
+}
+
+UINT Conversation::advise(const std::string& item, DWORD timeoutMs) {
+    HDDEDATA done = nullptr;
+    return transact(nullptr, 0, item, XTYP_ADVSTART, timeoutMs, &done);
+}
+
+}  // namespace sidekin::link::dde
