@@ -57,7 +57,7 @@ TEST(RunTableFileTest, HandEditsAreNamed) {
     } cases[] = {
         {"not JSON", "run table", RunTableFileError::Damaged, 0},
         {"another JSON file", R"({"format":"other","rows":[]})", RunTableFileError::NotATable, 0},
-        {"a later version", QByteArray(good).replace("\"version\": 1", "\"version\": 9"),
+        {"a later version", QByteArray(good).replace("\"version\":1", "\"version\":9"),
          RunTableFileError::Newer, 0},
         {"a row with nine cells", QByteArray(good).replace("\"CAL01\",", ""),
          RunTableFileError::BadRow, 2},

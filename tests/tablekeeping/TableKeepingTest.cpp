@@ -342,8 +342,10 @@ TEST_F(TableKeepingTest, ADesktopNoticeTellsAStop) {
 }
 
 TEST_F(TableKeepingTest, NoNoticeServiceIsNoFault) {
+    const QByteArray bus = qgetenv("DBUS_SESSION_BUS_ADDRESS");
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/bus");
     EXPECT_FALSE(showDesktopNotice("Sidekin", "nobody listens"));
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus);
 }
 
 }  // namespace

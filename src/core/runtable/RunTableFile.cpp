@@ -52,7 +52,7 @@ QByteArray encodeRunTable(const RunTableSnapshot& table) {
         {QStringLiteral("currentRun"), table.currentRun},
         {QStringLiteral("rows"), rows},
     };
-    return QJsonDocument(root).toJson(QJsonDocument::Indented);
+    return QJsonDocument(root).toJson(QJsonDocument::Compact);
 }
 
 RunTableFileRead decodeRunTable(const QByteArray& bytes) {
