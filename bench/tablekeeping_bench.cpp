@@ -38,8 +38,15 @@ void printStats(const char* what, const Stats& s) {
 }
 
 QString runLine(int row) {
-    return QStringList{QString::number(row), "Solvent Blank", "FRONTSTD", "S", "Front Tower",
-                       "1", QStringLiteral("R%1").arg(row, 5, 10, QLatin1Char('0')), "1.5", "",
+    return QStringList{QString::number(row),
+                       "Solvent Blank",
+                       "FRONTSTD",
+                       "S",
+                       "Front Tower",
+                       "1",
+                       QStringLiteral("R%1").arg(row, 5, 10, QLatin1Char('0')),
+                       "1.5",
+                       "",
                        "information of the run"}
         .join(u'\t');
 }
@@ -103,9 +110,10 @@ int main(int argc, char** argv) {
     const FormsLifetime forms;
     QTemporaryDir folder(QDir::currentPath() + QStringLiteral("/tablekeeping-bench-XXXXXX"));
     journalCost(folder.path());
-    std::printf("\nWorklist import with the host's name check per row, ms (the one box counted "
-                "is the import's report)\n%6s %6s %10s %10s\n",
-                "rows", "added", "total", "per row");
+    std::printf(
+        "\nWorklist import with the host's name check per row, ms (the one box counted "
+        "is the import's report)\n%6s %6s %10s %10s\n",
+        "rows", "added", "total", "per row");
     for (int rows : {1000, 10000}) importRows(rows, folder.path());
     return 0;
 }

@@ -68,6 +68,10 @@ TEST(RunTableFileTest, HandEditsAreNamed) {
         {"a colour below zero", QByteArray(good).replace("12648447", "-1"),
          RunTableFileError::BadRow, 1},
     };
+    QByteArray many = R"({"format":"sidekin run table","version":1,"rows":[)";
+    for (int i = 0; i < 32767; ++i)
+        many += QByteArray(i ? "," : "") + R"({"cells":["","","","","","","","","",""]})";
+    EXPECT_EQ(decodeRunTable(many + "]}").error, RunTableFileError::TooMany);
     for (const auto& c : cases) {
         const RunTableFileRead read = decodeRunTable(c.bytes);
         EXPECT_EQ(read.error, c.error) << c.name;

@@ -11,6 +11,7 @@
 #include "FlexGridView.h"
 #include "FrmOrq.h"
 #include "RunTable.h"
+#include "RunTableCommands.h"
 #include "TableJournal.h"
 #include "TableKeeping.h"
 #include "TableKeepingEvents.h"
@@ -235,6 +236,25 @@ TEST_F(TableKeepingTest, AFileOfAnotherOperatorOrInstrumentSaysSo) {
     EXPECT_EQ(dialogs.shown.back().text,
               "This table was made for operator Brooks on instrument 2. Open it anyway?");
     EXPECT_EQ(grid().Rows(), 1);
+}
+
+// With no operator chosen, opening a table chooses its operator without opening the Add form.
+TEST_F(TableKeepingTest, OpeningChoosesTheTablesOperator) {
+    startHost();
+    import(GoodRows);
+    dialogs.fileAnswers.push_back(files.file("t.sidekin-table"));
+    SaveRunTable();
+    const QString chosen = frmORQ().cboOperator->currentText();
+    cmdRnTblClear_Click();
+    ASSERT_TRUE(App.GlblOperator.isEmpty());
+    dialogs.shown.clear();
+    dialogs.fileAnswers.push_back(files.file("t.sidekin-table"));
+    OpenRunTable();
+    EXPECT_EQ(dialogs.shown.size(), 1u) << "the file dialog alone";
+    EXPECT_EQ(App.GlblOperator, chosen);
+    EXPECT_EQ(frmORQ().cboOperator->currentText(), chosen);
+    EXPECT_TRUE(frmORQ().cmdRnTblAdd->isEnabled());
+    EXPECT_EQ(grid().Rows(), 4);
 }
 
 TEST_F(TableKeepingTest, DamagedTableFilesAreRefused) {

@@ -29,7 +29,7 @@ bool replaceFileSafely(const QString& path, const QByteArray& bytes, std::option
     removeStrayTemporaries(path);
     const QFileInfo info(path);
     const QString temporary =
-        info.absolutePath() + u"/." + info.fileName() + QStringLiteral(".tmp-") +
+        info.absolutePath() + QStringLiteral("/.") + info.fileName() + QStringLiteral(".tmp-") +
         QString::number(QRandomGenerator::global()->generate(), 16).rightJustified(8, u'0');
     const std::wstring from = wide(temporary), to = wide(path);
     const HANDLE handle = ::CreateFileW(from.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,

@@ -80,6 +80,10 @@ RunTableFileRead decodeRunTable(const QByteArray& bytes) {
         QDateTime::fromString(root.value(QStringLiteral("saved")).toString(), Qt::ISODate);
     table.currentRun = root.value(QStringLiteral("currentRun")).toInt();
     const QJsonArray rows = root.value(QStringLiteral("rows")).toArray();
+    if (rows.size() > 32766) {
+        read.error = RunTableFileError::TooMany;
+        return read;
+    }
     for (qsizetype r = 0; r < rows.size(); ++r) {
         const QJsonObject object = rows[r].toObject();
         const QJsonArray cells = object.value(QStringLiteral("cells")).toArray();

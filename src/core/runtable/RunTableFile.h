@@ -40,6 +40,7 @@ enum class RunTableFileError {
     NotATable,   // valid JSON, not a run table
     Newer,       // written by a later version of the format
     BadRow,      // a row without its ten cells or colours
+    TooMany,     // more runs than the grid's 16-bit row counter allows (32,766)
 };
 
 struct RunTableFileRead {

@@ -44,6 +44,8 @@ QString fileErrorText(const RunTableFileRead& read) {
             return GetResourceString(18017);
         case RunTableFileError::BadRow:
             return withTokens(18018, {{"<NUMBER>", QString::number(read.badRow)}});
+        case RunTableFileError::TooMany:
+            return GetResourceString(18044);
         case RunTableFileError::None:
             break;
     }
