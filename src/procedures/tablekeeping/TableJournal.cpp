@@ -39,8 +39,11 @@ bool TableJournal::flush() {
     if (written_ && written_->sameTable(table) && !failing_) return true;
     table.saved = QDateTime::currentDateTime();
     QDir().mkpath(QFileInfo(path_).absolutePath());
-    failing_ = !replaceFileSafely(path_, encodeRunTable(table), 0600);
+    const QByteArray bytes = encodeRunTable(table);
+    if (watcher) watcher(bytes, false);
+    failing_ = !replaceFileSafely(path_, bytes, 0600);
     if (failing_) return false;
+    if (watcher) watcher(bytes, true);
     ++writes_;
     written_ = std::move(table);
     if (!written_->rows.empty()) recoverable_.reset();

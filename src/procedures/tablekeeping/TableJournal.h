@@ -35,6 +35,9 @@ public:
     int writes() const { return writes_; }
     bool failing() const { return failing_; }
     const QString& path() const { return path_; }
+    // Told the bytes of each write before it starts (done false) and after it
+    // succeeded (done true); the kill tests follow the writes with it.
+    std::function<void(const QByteArray& bytes, bool done)> watcher;
 
 private:
     void changed();
