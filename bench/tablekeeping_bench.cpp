@@ -1,4 +1,4 @@
-// Keeping the run table (issue 22): the journal's cost per change of tables of
+// Keeping the run table: the journal's cost per change of tables of
 // 10, 1,000 and 10,000 runs beside the crash-safe write floor (a one-byte file
 // through the same temporary, fsync, rename, folder fsync), and worklist imports
 // of 1,000 and 10,000 rows against the host simulator process, where each row

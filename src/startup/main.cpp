@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
         sidekin::reportFirstPaint(QStringLiteral("frmORQ"), report,
                                   [&dialogs] { return dialogs.firstBoxShown(); });
     sidekin::Main(commandLine);
-    // Issue 22: the run table's journal, menu and notices, after the legacy start-up.
+    // The run table's journal, menu and notices, after the legacy start-up.
     sidekin::installTableKeeping();
     return app.exec();
 }

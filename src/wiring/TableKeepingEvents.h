@@ -6,7 +6,7 @@ namespace sidekin {
 
 class FrmOrq;
 
-// Issue 22's additions to frmORQ, installed once the legacy start-up is done
+// The additions to frmORQ, installed once the legacy start-up is done
 // (after Main): the run table's journal, the grid's context menu (recover,
 // save, open, import, export), Ctrl+S and Ctrl+O, and the desktop notices of
 // a walk that completes, is stopped or loses a run. Nothing of the legacy

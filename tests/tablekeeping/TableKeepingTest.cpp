@@ -257,28 +257,6 @@ TEST_F(TableKeepingTest, OpeningChoosesTheTablesOperator) {
     EXPECT_EQ(grid().Rows(), 4);
 }
 
-TEST_F(TableKeepingTest, DamagedTableFilesAreRefused) {
-    startHost();
-    import(GoodRows);
-    const auto before = rows();
-    const QByteArray good = encodeRunTable(snapshotOf(grid()));
-    const struct {
-        QByteArray bytes;
-        QString says;
-    } cases[] = {
-        {good.left(good.size() / 2), "The file is damaged or cut short; nothing was changed."},
-        {"{\"format\":\"x\",\"rows\":[]}", "The file is not a run table; nothing was changed."},
-    };
-    for (const auto& c : cases) {
-        dialogs.shown.clear();
-        dialogs.fileAnswers.push_back(files.write("t.sidekin-table", c.bytes));
-        OpenRunTable();
-        ASSERT_EQ(dialogs.shown.size(), 2u);
-        EXPECT_EQ(dialogs.shown.back().text, c.says);
-        EXPECT_EQ(rows(), before);
-    }
-}
-
 TEST_F(TableKeepingTest, TheJournalRecoversTheLastTableWithItsColours) {
     startHost();
     startTableJournal();

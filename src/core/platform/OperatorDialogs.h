@@ -35,7 +35,7 @@ public:
     // The default printer, or nullptr when there is none.
     virtual QPrinter* printer() = 0;
     // A file to open or to save to, chosen by the operator; empty when cancelled.
-    // The filter is "Name (*.ext);;Other (*)". Added by issue 22: no legacy
+    // The filter is "Name (*.ext);;Other (*)". New: no legacy
     // procedure asks for a file, so the defaults answer as a cancel.
     virtual QString openFileName(const QString& title, const QString& filter) {
         (void)title, (void)filter;

@@ -13,7 +13,7 @@ namespace sidekin {
 
 // A run table as it is kept on disk: the journal of the run table and the
 // files the operator saves and opens share this one format (JSON, UTF-8).
-// New behaviour of issue 22; the legacy program kept no table.
+// The legacy program kept no table.
 
 struct RunTableRow {
     std::array<QString, 10> cells;

@@ -13,7 +13,7 @@ namespace sidekin {
 // double quotes may hold the separator, "" for a quote and line breaks; CR LF,
 // LF and lone CR all end a record. Written: UTF-8 without mark, commas, CR LF,
 // a field quoted when it holds a comma, semicolon, quote, line break or
-// leading or trailing blank. New behaviour of issue 22.
+// leading or trailing blank.
 
 struct CsvRecord {
     int line = 0;  // 1-based line of the file where the record begins

@@ -11,7 +11,7 @@ namespace sidekin {
 
 class FlexGridModel;
 
-// The journal of the run table (issue 22): after every change of the grid
+// The journal of the run table: after every change of the grid
 // (rows, cells, colours, the walk's current run) the table is written whole
 // to one file, crash-safely, at the end of the event turn in which it changed.
 // A process killed at any moment leaves the last table written.

@@ -8,7 +8,7 @@ namespace sidekin {
 
 class TableJournal;
 
-// Keeping frmORQ's run table (issue 22): its journal, saved tables and
+// Keeping frmORQ's run table: its journal, saved tables and
 // worklists. None of this runs in the legacy start-up; startTableJournal is
 // called once the main window is up, and the rest from the grid's context
 // menu and the keys Ctrl+S and Ctrl+O.

@@ -1,4 +1,4 @@
-// Worklist import and export (issue 22). Each row of a worklist goes through
+// Worklist import and export. Each row of a worklist goes through
 // the checks of Add: ValidRunTableEntries on a private entry form (the host's
 // name check among them), the operator's samples and the sample's methods as
 // the Add form lists them, the vial range MethodClick finds, counter names

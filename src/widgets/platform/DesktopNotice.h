@@ -5,7 +5,7 @@
 
 namespace sidekin {
 
-// A desktop notice (issue 22): on Linux the freedesktop notification service
+// A desktop notice: on Linux the freedesktop notification service
 // over the session bus; nothing when no such service runs. The build picks the
 // implementation: DesktopNoticeDBus.cpp where Qt has its D-Bus module,
 // DesktopNoticeNone.cpp elsewhere (the Windows build, whose Qt has no D-Bus).
