@@ -6,7 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-${BUILD_DIR:-build}}
 core=(sidekin_platform sidekin_nls sidekin_app sidekin_flexgrid sidekin_link_protocol
-      sidekin_host_commands sidekin_names sidekin_translation sidekin_status_core)
+      sidekin_host_commands sidekin_names sidekin_translation sidekin_status_core
+      sidekin_runtable_files)
 forbidden='^Qt6::(Gui|Widgets|Network|PrintSupport)$'
 
 work=$(mktemp -d)

@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include "StartupReport.h"
+#include "TableKeepingEvents.h"
 #include "UnloadForms.h"
 #include "platform/PlatformWindowSystem.h"
 #include "platform/QtOperatorDialogs.h"
@@ -26,5 +27,7 @@ int main(int argc, char** argv) {
         sidekin::reportFirstPaint(QStringLiteral("frmORQ"), report,
                                   [&dialogs] { return dialogs.firstBoxShown(); });
     sidekin::Main(commandLine);
+    // The run table's journal, menu and notices, after the legacy start-up.
+    sidekin::installTableKeeping();
     return app.exec();
 }

@@ -13,6 +13,7 @@ work=$(mktemp -d)
 print_out=${SIDEKIN_PRINT_OUT:-/var/spool/sidekin-pdf}
 export QT_QPA_PLATFORM=xcb
 export XDG_RUNTIME_DIR=$work/runtime
+export XDG_STATE_HOME=$work/state  # the run table journal stays in the test folder
 mkdir -m 700 "$XDG_RUNTIME_DIR"
 export ZENTROVAR_CONFIG_DIR=$work/config
 mkdir -p "$ZENTROVAR_CONFIG_DIR"

@@ -5,7 +5,7 @@
 namespace sidekin::test {
 
 void PrintTo(const Shown& shown, std::ostream* os) {
-    static const char* kinds[] = {"Box", "Input", "Modal", "Document", "Help", "Printer"};
+    static const char* kinds[] = {"Box", "Input", "Modal", "Document", "Help", "Printer", "File"};
     *os << kinds[shown.kind] << "(style " << static_cast<int>(shown.style) << ", \""
         << shown.text.toStdString() << "\", \"" << shown.title.toStdString() << "\")";
 }
@@ -51,6 +51,18 @@ bool ScriptedDialogs::showHelp(const QString& file, const QString& topic) {
 QPrinter* ScriptedDialogs::printer() {
     shown.push_back({Shown::Printer, {}, {}, {}});
     return printerToGive;
+}
+
+QString ScriptedDialogs::openFileName(const QString& title, const QString& filter) {
+    shown.push_back({Shown::File, {}, title, filter});
+    if (fileAnswers.empty()) return {};
+    QString answer = fileAnswers.front();
+    fileAnswers.pop_front();
+    return answer;
+}
+
+QString ScriptedDialogs::saveFileName(const QString& title, const QString& filter, const QString&) {
+    return openFileName(title, filter);
 }
 
 QStringList ScriptedDialogs::boxTitles() const {

@@ -12,7 +12,7 @@ namespace sidekin::test {
 
 // What the operator was shown, in order.
 struct Shown {
-    enum Kind { Box, Input, Modal, Document, Help, Printer } kind;
+    enum Kind { Box, Input, Modal, Document, Help, Printer, File } kind;
     BoxStyle style = BoxStyle::Plain;
     QString text;   // box text, input prompt, document or help file
     QString title;  // box or input title, working folder, help topic
@@ -40,6 +40,10 @@ public:
     bool openDocument(const QString& file, const QString& workingFolder) override;
     bool showHelp(const QString& file, const QString& topic) override;
     QPrinter* printer() override;
+    // Records the title as text and the filter as title; answers from fileAnswers (empty: cancel).
+    QString openFileName(const QString& title, const QString& filter) override;
+    QString saveFileName(const QString& title, const QString& filter,
+                         const QString& suggested) override;
 
     // Titles of the boxes shown, in order.
     QStringList boxTitles() const;
@@ -47,6 +51,7 @@ public:
     std::vector<Shown> shown;
     std::deque<BoxAnswer> boxAnswers;
     std::deque<QString> inputAnswers;
+    std::deque<QString> fileAnswers;
     bool helpOpens = true;
     QPrinter* printerToGive = nullptr;
 };

@@ -34,6 +34,18 @@ public:
     virtual bool showHelp(const QString& file, const QString& topic) = 0;
     // The default printer, or nullptr when there is none.
     virtual QPrinter* printer() = 0;
+    // A file to open or to save to, chosen by the operator; empty when cancelled.
+    // The filter is "Name (*.ext);;Other (*)". New: no legacy
+    // procedure asks for a file, so the defaults answer as a cancel.
+    virtual QString openFileName(const QString& title, const QString& filter) {
+        (void)title, (void)filter;
+        return {};
+    }
+    virtual QString saveFileName(const QString& title, const QString& filter,
+                                 const QString& suggested) {
+        (void)title, (void)filter, (void)suggested;
+        return {};
+    }
 };
 
 // Answers as an operator who presses the default button would, and shows nothing.

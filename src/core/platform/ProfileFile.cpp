@@ -16,7 +16,9 @@
 #include <optional>
 #include <vector>
 
+#include "platform/Cp1252.h"
 #include "platform/Paths.h"
+#include "platform/SafeFile.h"
 
 namespace sidekin {
 
@@ -37,13 +39,6 @@ QString unquoted(const QString& value) {
 }
 
 enum class Encoding { Utf8, Cp1252, Utf16Le };
-
-// cp1252 from 0x80 to 0x9F. Its five unused bytes stand for the C1 control of the
-// same number, as on the legacy platform, so any byte reads and writes back unchanged.
-constexpr char16_t kCp1252High[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 // Stateless so that a sequence cut off at the end counts as an error; an initial
 // U+FEFF is text here, the file's own mark has been taken off before.
@@ -310,67 +305,6 @@ bool writableName(const QString& name, bool isKey) {
     return !isKey || !(name.contains(u'=') || name.startsWith(u';') || name.startsWith(u'['));
 }
 
-bool writeAll(int fd, const QByteArray& bytes) {
-    qsizetype done = 0;
-    while (done < bytes.size()) {
-        const ssize_t n = ::write(fd, bytes.constData() + done, size_t(bytes.size() - done));
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) return false;
-        done += n;
-    }
-    return true;
-}
-
-// A writer holds a lock on its temporary until the rename, so an unlocked
-// temporary was left by a writer that died.
-void removeStrayTemporaries(const QString& folder, const QString& prefix) {
-    for (const QString& name : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System)) {
-        if (!name.startsWith(prefix)) continue;
-        const QByteArray path = QFile::encodeName(folder + '/' + name);
-        const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
-        if (fd < 0) continue;
-        if (::flock(fd, LOCK_EX | LOCK_NB) == 0) ::unlink(path.constData());
-        ::close(fd);
-    }
-}
-
-bool syncFolder(const QString& folder) {
-    const int fd =
-        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (fd < 0) return false;
-    const bool synced = ::fsync(fd) == 0;
-    return ::close(fd) == 0 && synced;
-}
-
-// Temporary beside the file, synced, renamed over it, folder synced: a reader
-// sees the old file or the new one, never a mix, whenever the writer dies.
-bool replaceFile(const QString& path, const QByteArray& bytes, std::optional<mode_t> mode) {
-    const QFileInfo info(path);
-    const QString folder = info.absolutePath();
-    const QString prefix = '.' + info.fileName() + ".tmp-";
-    removeStrayTemporaries(folder, prefix);
-
-    QByteArray temporary;
-    int fd = -1;
-    for (int attempt = 0; attempt < 16 && fd < 0; ++attempt) {
-        const quint32 tag = QRandomGenerator::global()->generate();
-        temporary = QFile::encodeName(folder + '/' + prefix +
-                                      QString::number(tag, 16).rightJustified(8, u'0'));
-        fd = ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (fd < 0 && errno != EEXIST) return false;
-    }
-    if (fd < 0) return false;
-    bool ok = ::flock(fd, LOCK_EX) == 0 && (!mode || ::fchmod(fd, *mode) == 0) &&
-              writeAll(fd, bytes) && ::fsync(fd) == 0 &&
-              ::rename(temporary.constData(), QFile::encodeName(path).constData()) == 0;
-    ok = ::close(fd) == 0 && ok;
-    if (!ok) {
-        ::unlink(temporary.constData());
-        return false;
-    }
-    return syncFolder(folder);
-}
-
 }  // namespace
 
 int GetPrivateProfileStringA(const QString& section, const QString& key,
@@ -426,7 +360,8 @@ int WritePrivateProfileStringA(const QString& section, const QString& key, const
 
     QString line = value;
     line.replace(u'\r', u' ').replace(u'\n', u' ');
-    return replaceFile(path, ProfileText(old).withKey(sectionName, keyName, line), mode) ? 1 : 0;
+    return replaceFileSafely(path, ProfileText(old).withKey(sectionName, keyName, line), mode) ? 1
+                                                                                               : 0;
 }
 
 QStringList profileSections(const QString& file) {

@@ -1,10 +1,12 @@
 #include "QtOperatorDialogs.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
 #include <QEvent>
 #include <QEventLoop>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
@@ -141,6 +143,15 @@ QPrinter* QtOperatorDialogs::printer() {
     else if (printer_->printerName() != defaultPrinter.printerName())
         printer_->setPrinterName(defaultPrinter.printerName());
     return printer_.get();
+}
+
+QString QtOperatorDialogs::openFileName(const QString& title, const QString& filter) {
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, QString(), filter);
+}
+
+QString QtOperatorDialogs::saveFileName(const QString& title, const QString& filter,
+                                        const QString& suggested) {
+    return QFileDialog::getSaveFileName(QApplication::activeWindow(), title, suggested, filter);
 }
 
 }  // namespace sidekin

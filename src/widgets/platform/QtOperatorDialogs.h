@@ -24,6 +24,9 @@ public:
     bool showHelp(const QString& file, const QString& topic) override;
     // The same printer object for the life of this object, set to the current default.
     QPrinter* printer() override;
+    QString openFileName(const QString& title, const QString& filter) override;
+    QString saveFileName(const QString& title, const QString& filter,
+                         const QString& suggested) override;
 
     // When the first message box of this run was shown; zero before.
     std::chrono::system_clock::time_point firstBoxShown() const { return firstBoxShown_; }
