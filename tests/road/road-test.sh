@@ -189,6 +189,13 @@ for check in "1 255,255,192 completed" "3 255,255,192 completed" "4 255,128,128 
     [ "$got" = "$want" ] || fail "row $row is coloured $got, not as a run $meaning"
 done
 
+# The table's own menu, under the right button: recovery, saved tables, worklists.
+xdotool mousemove --window "$(window "$main")" 300 170 click 3
+sleep 0.6
+picture table-menu
+xdotool key Escape
+sleep 0.3
+
 # Print to the default printer, a CUPS PDF queue.
 # Other tests may print at the same time: ours is the new PDF that names our runs.
 ls "$print_out" >"$work/pdfs-before" 2>/dev/null
