@@ -1,11 +1,5 @@
 #include "BenchSupport.h"
 
-#include <fcntl.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -16,13 +10,12 @@
 #include <QThread>
 #include <QTimer>
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
-#include <csignal>
 #include <cstdio>
 #include <numeric>
 
 #include "AppState.h"
+#include "BenchPlatform.h"
 #include "CPLinks.h"
 #include "FrmOrq.h"
 #include "ItemFeed.h"
@@ -36,7 +29,7 @@
 namespace sidekin::bench {
 
 void prepareEnvironment() {
-    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    lineBufferedOutput();
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
         const QString runtime = QDir::temp().filePath(QStringLiteral("sidekin-bench-runtime"));
@@ -73,13 +66,6 @@ bool EventWait::run(int ms) {
     return done_();
 }
 
-double cpuSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    auto seconds = [](const timeval& t) { return t.tv_sec + t.tv_usec / 1e6; };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
 Stats summarize(std::vector<double> values) {
     Stats s;
     s.count = values.size();
@@ -114,17 +100,10 @@ QString QuietDialogs::inputBox(const QString&, const QString& title, const QStri
 HostProcess::HostProcess(const QStringList& extraArguments) {
     static int serial = 0;
     service_ = QStringLiteral("Bench%1x%2").arg(QCoreApplication::applicationPid()).arg(++serial);
-    const QString fifo = folder_.filePath(QStringLiteral("control"));
     const QString out = folder_.filePath(QStringLiteral("out.txt"));
-    if (mkfifo(QFile::encodeName(fifo).constData(), 0600) != 0) return;
-    // Opened for reading and writing, so that neither end waits for the other.
-    pipe_ = ::open(QFile::encodeName(fifo).constData(), O_RDWR | O_CLOEXEC);
-    if (pipe_ < 0) return;
-    process_.setStandardInputFile(fifo);
+    if (!prepareControl(process_, folder_.filePath(QStringLiteral("control")), &pipe_)) return;
     process_.setStandardOutputFile(out);
     process_.setStandardErrorFile(folder_.filePath(QStringLiteral("err.txt")));
-    // The simulator ends with the benchmark, even when the benchmark crashes.
-    process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     process_.start(QStringLiteral(HOSTSIM_EXE),
                    QStringList{"--service", service_, "--root", folder_.filePath("host"), "--ini",
                                folder_.filePath("zentrovar.ini"), "--write-ini", "--log",
@@ -134,7 +113,7 @@ HostProcess::HostProcess(const QStringList& extraArguments) {
     ready_ = serveUntil(
         [&] {
             QFile f(out);
-            return f.open(QIODevice::ReadOnly) && f.readAll().contains("ready\n");
+            return f.open(QIODevice::ReadOnly) && f.readAll().replace('\r', "").contains("ready\n");
         },
         10000);
     if (!ready_) {
@@ -149,20 +128,10 @@ HostProcess::~HostProcess() {
         if (!process_.waitForFinished(3000)) process_.kill();
         process_.waitForFinished(3000);
     }
-    if (pipe_ >= 0) ::close(pipe_);
+    closeControl(pipe_);
 }
 
-void HostProcess::control(const QByteArray& line) {
-    if (pipe_ < 0) return;
-    const QByteArray bytes = line + '\n';
-    qsizetype done = 0;
-    while (done < bytes.size()) {
-        const ssize_t n = ::write(pipe_, bytes.constData() + done, bytes.size() - done);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) return;
-        done += n;
-    }
-}
+void HostProcess::control(const QByteArray& line) { writeControl(process_, pipe_, line + '\n'); }
 
 int HostProcess::framesContaining(const QByteArray& text) const {
     QFile log(folder_.filePath(QStringLiteral("frames.log")));
@@ -173,16 +142,7 @@ int HostProcess::framesContaining(const QByteArray& text) const {
     return count;
 }
 
-double HostProcess::cpuSeconds() const {
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid()));
-    if (!stat.open(QIODevice::ReadOnly)) return 0;
-    const QByteArray text = stat.readAll();
-    // Fields after the command's closing parenthesis: state is field 3, utime 14, stime 15.
-    const QList<QByteArray> fields = text.mid(text.lastIndexOf(')') + 2).split(' ');
-    if (fields.size() < 13) return 0;
-    const double ticks = static_cast<double>(sysconf(_SC_CLK_TCK));
-    return (fields[11].toDouble() + fields[12].toDouble()) / ticks;
-}
+double HostProcess::cpuSeconds() const { return processCpuSeconds(process_); }
 
 ProgramSession::ProgramSession() {
     unloadFrmORQ();

@@ -66,7 +66,8 @@ public:
 
 // The host simulator as a process in a temporary folder. Its standard input is
 // a named pipe, so control lines can be written from any thread with no help
-// from the event loop; its standard output goes to a file.
+// from the event loop (on Windows its own pipe, written from the main thread);
+// its standard output goes to a file.
 class HostProcess {
 public:
     explicit HostProcess(const QStringList& extraArguments = {});
@@ -77,11 +78,11 @@ public:
     QString configFolder() const { return folder_.path(); }
     QString dataFolder() const { return folder_.filePath(QStringLiteral("host/data/")); }
     qint64 pid() const { return process_.processId(); }
-    // One control line; the line end is added. Safe from any thread.
+    // One control line; the line end is added. Safe from any thread but on Windows.
     void control(const QByteArray& line);
     // Lines of the frame log that contain the text.
     int framesContaining(const QByteArray& text) const;
-    // Processor seconds the simulator has used so far (from /proc).
+    // Processor seconds the simulator has used so far.
     double cpuSeconds() const;
 
 private:
