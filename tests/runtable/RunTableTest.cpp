@@ -276,11 +276,7 @@ TEST_F(FlexGridViewTest, ShowsRunsColoursAndTheGridsSelection) {
     EXPECT_EQ(selection(grid()), (std::array{2, 0, 2, 1}));
     EXPECT_TRUE(view.selectionModel()->selectedIndexes().isEmpty()) << "fixed cells never show it";
     EXPECT_EQ(model().index(1, 1).data().toString(), "B");
-    const QPalette palette = QGuiApplication::palette();
-    EXPECT_EQ(back(1, 0), palette.color(QPalette::Button));
-    EXPECT_EQ(back(1, 2), palette.color(QPalette::Base));
-    EXPECT_EQ(back(2, 1), QColor(Qt::red));
-    EXPECT_EQ(back(2, 2), palette.color(QPalette::Base));
+    EXPECT_EQ(back(2, 1), QColor(Qt::red));  // the uncoloured cells: the pictures
     SelectRunTableRow(grid(), 3);
     view.syncSelection();
     EXPECT_EQ(selection(grid()), (std::array{3, 2, 3, 9}));
