@@ -64,7 +64,7 @@ TEST_F(CommandLineTest, FieldsFillTheSharedStateOrEndInTheHandler) {
         {"instrumentNotNumeric", nullptr, R"(7|ZenSvc|"/o/"|two)", "7, ZenSvc, /o/, 0, ", "Type mismatch"},
         {"instrumentAbove16Bits", nullptr, R"(7|ZenSvc|"/o/"|40000)", "7, ZenSvc, /o/, 0, ", "Overflow"},
         {"emptyWithoutHostIni", nullptr, "", "0, , , 0, ", "Type mismatch"},
-        {"serviceChainBroken", "[PCS,1]\n_DDEOnLine=5\n_DDEOffLine=7\n", "|", "0, , , 0, ", "Type mismatch"},
+        {"offlineKeyReadAfterOnline", "[PCS,1]\n_DDEOnLine=5\n_DDEOffLine=0\n", "|", "0, , , 0, ", "Invalid procedure call or argument"},
         {"serviceNotANumber", "[PCS,1]\n_DDEOnLine=ZenOnline1\n", "|", "0, , , 0, ", "Type mismatch"},
         {"serviceZero", "[pcs,1]\n_ddeonline=0\n", "|", "0, , , 0, ", "Invalid procedure call or argument"},
         // clang-format on

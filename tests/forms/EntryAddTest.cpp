@@ -76,6 +76,9 @@ TEST_F(EntryAddTest, EachPressReportsOnlyTheFirstFault) {
         f.cmdAdd->click();
         EXPECT_EQ(boxes(), QStringList{step.box});
         EXPECT_EQ(f.focusWidget(), step.focus ? step.focus : before) << step.box.toStdString();
+        if (auto* field = qobject_cast<QLineEdit*>(step.focus)) {  // selected, to type over
+            EXPECT_EQ(field->selectedText(), field->text()) << step.box.toStdString();
+        }
     }
     EXPECT_EQ(grid().Rows(), 2);
     f.txtISTDAmt->setText("1E38");

@@ -249,13 +249,15 @@ TEST_F(WalkTest, TwoInjectorMethodSendsNothingAndTheWalkStands) {
 TEST_F(WalkTest, InvalidSubdirectoryKeepsTheTableIdle) {
     startHostWithQuickRuns();
     threeRows();
-    frmORQ().txtSubDir->setText(QString());
+    QDir(App.GlblOrqDir).mkdir("BUSY");  // the host cannot create a file of this name
+    frmORQ().txtSubDir->setText("BUSY");
     clickStartPauseResume();
     EXPECT_EQ(App.GlblRunState, RunStateIdle);
     EXPECT_EQ(dialogs.boxTitles(), QStringList{text(17260)});
     EXPECT_EQ(dialogs.shown[0].text, text(17205));
     EXPECT_TRUE(frmORQ().cmdStartPauseResume->isEnabled());
-    EXPECT_TRUE(host->executed().isEmpty());
+    EXPECT_EQ(frmORQ().txtSubDir->selectedText(), "BUSY");
+    EXPECT_EQ(hostStarts(), 0);
 }
 
 TEST_F(WalkTest, JapaneseWalkPausesAndResumesOnItsOwnCaptions) {
