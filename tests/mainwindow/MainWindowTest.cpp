@@ -223,6 +223,8 @@ protected:
 };
 
 TEST_F(ShowHideOrqTest, ShowAndHideOnTheHostsWord) {
+    hostSays("11");  // without its line end the word is cut to nothing
+    EXPECT_FALSE(frmORQ().isVisible());
     hostSays("11\r\n");
     EXPECT_TRUE(frmORQ().isVisible());
     hostSays("11\r\n");
@@ -235,12 +237,6 @@ TEST_F(ShowHideOrqTest, ShowAndHideOnTheHostsWord) {
     EXPECT_FALSE(frmRnTblEdit().isVisible());
     hostSays("11\r\n");  // the main window alone comes back
     EXPECT_FALSE(frmRnTblEdit().isVisible());
-    EXPECT_TRUE(dialogs.shown.empty());
-}
-
-TEST_F(ShowHideOrqTest, ValueWithoutLineEndIsCutToNothing) {
-    hostSays("11");
-    EXPECT_FALSE(frmORQ().isVisible());
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
