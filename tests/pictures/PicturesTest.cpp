@@ -1,4 +1,4 @@
-// Each form in its main states and languages, and the message boxes, compared
+// Each form in its main states and languages, and the real message boxes, compared
 // with their pictures; scripts/renew-pictures.sh writes them anew on purpose.
 #include <QApplication>
 #include <QComboBox>
@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include "AppState.h"
 #include "EntryForms.h"
@@ -92,7 +93,8 @@ TEST_P(PicturesTest, EntryFormsWithACounterAndAManualPair) {
     expectPicture(add, "add-manual");
     add.txtSampleID->setText("S2");
     add.cmdAdd->click();
-    frmORQ().cmdRnTblEdit->click();  // the scripted dialogs do not show it; the picture does
+    expectPicture(frmORQ(), "main-added");  // the rows as the form made them, the table's commands
+    frmORQ().cmdRnTblEdit->click();         // the scripted dialogs do not show it; the picture does
     FrmRnTblEdit& edit = frmRnTblEdit();
     edit.show();
     expectPicture(edit, "edit-manual");
@@ -140,6 +142,21 @@ TEST(BoxPicturesTest, EachStyleAndTheAnswerOfEachPress) {
         });
         EXPECT_EQ(dialogs.messageBox(row.style, "Delete <b>all</b> rows?", "Run <1>"), row.answer);
     }
+}
+
+// The real modal show: the caller waits until the form is hidden, the form is modal over its
+// owner meanwhile.
+TEST(ShowModalTest, HoldsTheCallerUntilTheFormIsHidden) {
+    QWidget owner, form;
+    owner.show();
+    std::pair<QWidget*, QWindow*> meanwhile;
+    QTimer::singleShot(10, [&] {
+        meanwhile = {QApplication::activeModalWidget(), form.windowHandle()->transientParent()};
+        form.hide();
+    });
+    QtOperatorDialogs().showModal(form, &owner);
+    EXPECT_EQ(meanwhile, std::pair(&form, owner.windowHandle()));
+    EXPECT_EQ(form.windowModality(), Qt::NonModal) << "a later plain show is not modal";
 }
 
 }  // namespace
