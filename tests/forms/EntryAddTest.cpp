@@ -200,6 +200,8 @@ TEST_F(EntryAddTest, FieldLimits) {
     f.txtISTDAmt->setText("1234567890123");
     EXPECT_TRUE(f.txtISTDAmt->hasFocus());
     EXPECT_EQ(f.txtISTDAmt->cursorPosition(), 12);
+    QTest::keyClick(f.txtISTDAmt, Qt::Key_Return);  // moves on, as Tab does
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !f.txtISTDAmt->hasFocus(); }));
     f.hide();
 }
 

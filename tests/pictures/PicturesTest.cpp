@@ -59,7 +59,7 @@ protected:
         startHost();
     }
 
-    // The form's picture in this case's language; states are named as the pictures are.
+    // States are named as the pictures are.
     void expectPicture(QWidget& form, const QString& state) {
         comparePicture(form, state + u'-' + QLatin1String(GetParam()));
     }
@@ -131,7 +131,6 @@ TEST(BoxPicturesTest, EachStyleAndTheAnswerOfEachPress) {
     };
     QtOperatorDialogs dialogs;
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.picture);
         whenBox([&row](QMessageBox& box) {
             EXPECT_EQ(box.windowTitle(), "Run <1>");  // the picture holds no title bar
             comparePicture(box, row.picture);         // markup shown as typed
@@ -140,12 +139,12 @@ TEST(BoxPicturesTest, EachStyleAndTheAnswerOfEachPress) {
             else
                 box.button(row.press)->click();
         });
-        EXPECT_EQ(dialogs.messageBox(row.style, "Delete <b>all</b> rows?", "Run <1>"), row.answer);
+        EXPECT_EQ(dialogs.messageBox(row.style, "Delete <b>all</b> rows?", "Run <1>"), row.answer)
+            << row.picture;
     }
 }
 
-// The real modal show: the caller waits until the form is hidden, the form is modal over its
-// owner meanwhile.
+// The real modal show holds the caller until the form is hidden, modal over its owner.
 TEST(ShowModalTest, HoldsTheCallerUntilTheFormIsHidden) {
     QWidget owner, form;
     owner.show();
