@@ -226,8 +226,6 @@ TEST_F(ShowHideOrqTest, ShowAndHideOnTheHostsWord) {
     EXPECT_FALSE(frmORQ().isVisible());
     hostSays("11\r\n");
     EXPECT_TRUE(frmORQ().isVisible());
-    hostSays("11\r\n");
-    EXPECT_TRUE(frmORQ().isVisible());
     hostSays("10\r\n");
     EXPECT_TRUE(frmORQ().isVisible());
     frmRnTblEdit().show();

@@ -138,6 +138,7 @@ TEST_F(WalkTest, PauseHoldsAfterTheRunAndResumeSendsTheNext) {
     EXPECT_EQ(App.GlblCurrentRun, 2);
     EXPECT_EQ(currentRunText(), text(17101) + "2");
     EXPECT_EQ(hostStarts(), 2);
+    EXPECT_EQ(startButton(), startButton(17017, 17145));
 }
 
 TEST_F(WalkTest, PausedWithTheRemainingRowsDeletedResumeEndsTheWalk) {
