@@ -87,7 +87,6 @@ TEST_P(PicturesTest, EntryFormsWithACounterAndAManualPair) {
     expectPicture(add, "add-counter");
     add.txtSampleID->setText("S1");
     add.cmdAdd->click();
-    // The next addition starts from the last one's choices, without its sample id.
     add.cboSample->setCurrentText("Calibration Mix");
     add.cboMethod->setCurrentText("FRONTSTD");
     expectPicture(add, "add-manual");
@@ -101,6 +100,8 @@ TEST_P(PicturesTest, EntryFormsWithACounterAndAManualPair) {
     edit.btnPrevious->click();
     expectPicture(edit, "edit-counter");
     edit.hide();
+    add.btnClear->click();
+    expectPicture(add, "add-cleared");
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, PicturesTest, testing::Values("en", "ja", "zh_CN"));
