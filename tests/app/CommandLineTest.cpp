@@ -1,7 +1,5 @@
 #include <QComboBox>
 #include <QFile>
-#include <QLabel>
-#include <QLineEdit>
 
 #include "AppState.h"
 #include "CommandLine.h"

@@ -1,6 +1,5 @@
 // The status labels, fed through the mailbox boxes as the host feeds them.
 
-#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 
