@@ -99,8 +99,16 @@ def line_of(text, number):
     return text.split("\n")[number - 1].strip()
 
 
+def built_here(build, path):
+    """Whether this build compiles path (its object is there after the unmutated build)."""
+    folder, name = os.path.split(path)
+    return bool(glob.glob(os.path.join(build, folder, "CMakeFiles", "*.dir", name + ".o")))
+
+
 def try_mutant(mutant, tests, backup, args):
     """Applies the mutant, builds and tests; always puts the original back."""
+    if not built_here(args.build, mutant.path):
+        return "not built", "another platform's source"
     original = read(mutant.path)
     mutated = bytes_of(mutant.apply(text_of(original)))
     backup.keep(mutant.path, original)
@@ -160,7 +168,8 @@ def totals(outcomes):
     compiled = killed + survived
     rate = f"{100 * killed / compiled:.1f}%" if compiled else "n/a"
     return (
-        f"killed {killed}, survived {survived}, not compiled {outcomes.count('not compiled')}; "
+        f"killed {killed}, survived {survived}, not compiled {outcomes.count('not compiled')}, "
+        f"not built here {outcomes.count('not built')}; "
         f"kill rate {rate} of {compiled} compiled"
     )
 

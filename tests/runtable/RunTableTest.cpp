@@ -162,9 +162,7 @@ protected:
     QLineEdit txtSubDir;
 };
 
-TEST_F(RunTableTest, HeadersGiveTenLeftAlignedColumnsAndTheCharset) {
-    EXPECT_TRUE(showsHeaderTexts(grid));
-    for (int c = 0; c < 10; ++c) EXPECT_EQ(grid.ColAlignment(c), GridAlignment::Left) << c;
+TEST_F(RunTableTest, HeadersTakeTheCharsetOfTheTexts) {
     for (auto [text, charset] :
          {std::pair<QByteArray, int>{"128", 128}, {" 134 GB2312", 134}, {"Western", 0}}) {
         useTexts("17320=" + text + "\n17025=Lauf\n");
@@ -248,10 +246,12 @@ protected:
     }
     FlexGrid& grid() { return view.grid(); }
     FlexGridModel& model() { return view.gridModel(); }
-    void click(int gridRow, int col, Qt::KeyboardModifiers keys = {}) {
+    using Press = void (*)(QWidget*, Qt::MouseButton, Qt::KeyboardModifiers, QPoint, int);
+    void click(int gridRow, int col, Qt::KeyboardModifiers keys = {},
+               Press press = &QTest::mouseClick) {
         QTableView* part = col < 2 ? view.fixedColumnsView() : &view;
-        QTest::mouseClick(part->viewport(), Qt::LeftButton, keys,
-                          part->visualRect(model().indexOfCell(gridRow, col)).center());
+        press(part->viewport(), Qt::LeftButton, keys,
+              part->visualRect(model().indexOfCell(gridRow, col)).center(), -1);
         QCoreApplication::processEvents();
     }
     // Grid rows and columns shown selected.
@@ -275,12 +275,7 @@ TEST_F(FlexGridViewTest, ShowsRunsColoursAndTheGridsSelection) {
     QCoreApplication::processEvents();
     EXPECT_EQ(selection(grid()), (std::array{2, 0, 2, 1}));
     EXPECT_TRUE(view.selectionModel()->selectedIndexes().isEmpty()) << "fixed cells never show it";
-    EXPECT_EQ(model().index(1, 1).data().toString(), "B");
-    const QPalette palette = QGuiApplication::palette();
-    EXPECT_EQ(back(1, 0), palette.color(QPalette::Button));
-    EXPECT_EQ(back(1, 2), palette.color(QPalette::Base));
-    EXPECT_EQ(back(2, 1), QColor(Qt::red));
-    EXPECT_EQ(back(2, 2), palette.color(QPalette::Base));
+    EXPECT_EQ(back(2, 1), QColor(Qt::red));  // the uncoloured cells: the pictures
     SelectRunTableRow(grid(), 3);
     view.syncSelection();
     EXPECT_EQ(selection(grid()), (std::array{3, 2, 3, 9}));
@@ -305,9 +300,11 @@ TEST_F(FlexGridViewTest, OperatorClicksMoveTheGridSelection) {
     click(3, 0);  // a fixed cell picks the row's scrolling cells
     EXPECT_EQ(selection(grid()), (std::array{3, 2, 3, 9}));
     EXPECT_GT(selChanges, 0);
-    QTest::mouseDClick(view.viewport(), Qt::LeftButton, {},
-                       view.visualRect(model().indexOfCell(4, 2)).center());
-    EXPECT_EQ(rowSelAtDoubleClick, 4);
+    for (auto [row, col] : {std::pair{4, 2}, {2, 0}}) {  // either part of the grid
+        click(row, col);                                 // a double click's first press
+        click(row, col, {}, &QTest::mouseDClick);
+        EXPECT_EQ(rowSelAtDoubleClick, row);
+    }
 }
 
 TEST_F(FlexGridViewTest, TwoColumnsStayFixed) {

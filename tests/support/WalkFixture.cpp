@@ -85,7 +85,13 @@ QString WalkFixture::text(int id) const { return GetResourceString(id); }
 
 QString WalkFixture::currentRunText() const { return frmORQ().lblCurrentRun->text(); }
 
-QString WalkFixture::buttonCaption() const { return frmORQ().cmdStartPauseResume->text(); }
+QString WalkFixture::startButton() const {
+    return frmORQ().cmdStartPauseResume->text() + " | " + frmORQ().cmdStartPauseResume->toolTip();
+}
+
+QString WalkFixture::startButton(int captionId, int toolTipId) const {
+    return text(captionId) + " | " + text(toolTipId);
+}
 
 unsigned WalkFixture::rowColour(int row) const {
     return frmORQ().fgrdRunTable->grid().cellBackColor(row, 0);

@@ -33,7 +33,9 @@ protected:
 
     QString text(int id) const;
     QString currentRunText() const;
-    QString buttonCaption() const;
+    // The Start button's caption and tool tip, and the pair the texts give.
+    QString startButton() const;
+    QString startButton(int captionId, int toolTipId) const;
     unsigned rowColour(int row) const;
     int hostStarts() const;
 
