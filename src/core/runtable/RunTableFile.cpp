@@ -98,7 +98,7 @@ RunTableFileRead decodeRunTable(const QByteArray& bytes) {
             if (colours.isEmpty()) continue;
             const double colour = colours[c].toDouble(-1);
             good = good && colours[c].isDouble() && colour >= 0 && colour <= 4294967295.0;
-            row.colours[c] = GridColor(colour);
+            if (good) row.colours[c] = GridColor(colour);
         }
         if (!good) {
             read.error = RunTableFileError::BadRow;
