@@ -1,9 +1,11 @@
 // The four host operations and the item feed against the in-process host.
 #include <QCoreApplication>
 #include <QEvent>
+#include <QEventLoop>
 #include <QLineEdit>
 #include <QTimer>
 #include <memory>
+#include <utility>
 
 #include "AppState.h"
 #include "CPLinks.h"
@@ -16,6 +18,7 @@
 #include "ItemFeed.h"
 #include "LinkTextBox.h"
 #include "MainWindowEvents.h"
+#include "ShowHideOrq.h"
 #include "StartupFetch.h"
 #include "WaitUntil.h"
 #include "platform/ErrorHandler.h"
@@ -76,6 +79,11 @@ TEST_F(HostConversationTest, EachOperationOpensItsOwnConversationOnItsTopic) {
     EXPECT_EQ(box.LinkItem, "ddeORQ");
     EXPECT_EQ(App.GlblMethodLoaded, 0);
     EXPECT_TRUE(dialogs.shown.empty());
+
+    // The host's word on showing the window: one conversation, asked once, then advised.
+    iNITddesHOWorq();
+    EXPECT_EQ(host->frames().mid(4), QStringList({"5 TestHost Request CPNOWAIT ShowORQ$",
+                                                  "5 TestHost Advise CPNOWAIT ShowORQ$"}));
 }
 
 TEST_F(HostConversationTest, RequestDropsTheLastTwoCharactersAndOuterBlanks) {
@@ -198,15 +206,25 @@ TEST_F(HostConversationTest, RunMethodLooksAtThePendingErrorFirst) {
 // own at each, as a repaint or a socket read does.
 class NoticeWatch : public QObject {
 public:
-    explicit NoticeWatch(bool postOwnEvent = false) : post(postOwnEvent) {}
+    explicit NoticeWatch(bool postOwnEvent = false, qint64 holdMs = 0)
+        : post(postOwnEvent), hold(holdMs) {}
     bool eventFilter(QObject*, QEvent* event) override {
         if (event->type() != itemfeed::NoticeEvent::type()) return false;
         ++count;
         if (post) QCoreApplication::postEvent(this, new QEvent(QEvent::User));
         return false;
     }
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::User && hold > 0) {  // served inside the notice's yield
+            QEventLoop held;
+            QTimer::singleShot(std::exchange(hold, 0), &held, &QEventLoop::quit);
+            held.exec();
+        }
+        return QObject::event(event);
+    }
     int count = 0;
     bool post;
+    qint64 hold;
 };
 
 QString boxText(const QString& value) {
@@ -296,6 +314,14 @@ TEST_F(ItemFeedTest, StatusValuesFillExactlyEightyCharactersAndRepeatsRaiseNothi
         host->simulator().publish(items::SystemStatus, same);
         EXPECT_TRUE(waitUntil([&] { return notices.count > before; }));
         EXPECT_EQ(changed, 2);
+    }
+
+    {  // Other work in a notice's yield outlasts the resend time: the notice is read once.
+        NoticeWatch holding(true, 2 * itemfeed::NoticeResend.count());
+        cpLinks().installEventFilter(&holding);
+        const int before = notices.count;
+        pushAndWait(items::SystemStatus, "held", status);
+        EXPECT_EQ(notices.count, before + 1);
     }
 
     // A burst of changes, an empty value among them: every value comes, in order.
