@@ -163,23 +163,26 @@ TEST_F(HostConversationTest, RunMethodWaitsForRunningOrFortyFiveSeconds) {
         if (t.startsWith("RUNNING")) App.GlblRunStarted = 1;
     });
     clock.stepPerWait = 1.0;
-    // Start time, flag before the call, whether the host reports, command, seconds waited.
-    using Case = std::tuple<const char*, double, std::int16_t, bool, const char*, double, double>;
+    // Start time, flag before the call, whether the host reports, command, seconds waited, the
+    // error left pending (only 1 is reported instead).
+    using Case =
+        std::tuple<const char*, double, std::int16_t, bool, const char*, double, double, int>;
     const Case cases[] = {
-        {"report arrives", 12 * 3600, 0, true, "ORQ_HOST_START 1", 0, 20},
-        {"no report", 12 * 3600, 0, false, "ORQ_HOST_START 2", 45, 47},
-        {"no report across midnight", 86390, 0, false, "ORQ_HOST_START 3", 45, 47},
-        {"flag set before the call", 12 * 3600, 1, false, "ORQ_HOST_START 4", 45, 47},
-        {"refused, silently", 12 * 3600, 0, true, "ORQ_HOST_START x", 45, 47},
+        {"report arrives", 12 * 3600, 0, true, "ORQ_HOST_START 1", 0, 20, 255},
+        {"no report", 12 * 3600, 0, false, "ORQ_HOST_START 2", 45, 47, 0},
+        {"no report across midnight", 86390, 0, false, "ORQ_HOST_START 3", 45, 47, 0},
+        {"flag set before the call", 12 * 3600, 1, false, "ORQ_HOST_START 4", 45, 47, 0},
+        {"refused, silently", 12 * 3600, 0, true, "ORQ_HOST_START x", 45, 47, 0},
     };
-    for (const auto& [what, startTime, staleFlag, hostReports, command, least, most] : cases) {
+    for (const auto& [what, startTime, staleFlag, hostReports, command, least, most, pending] :
+         cases) {
         SCOPED_TRACE(what);
         host->simulator().finishRunNow();
         host->simulator().config().faults.noRunning = !hostReports;
         clock.setTime(startTime);
         App.GlblRunStarted = staleFlag;
         const QDateTime start = clock.moment;
-        DDEExecute_RunMethod(box, command);
+        DDEExecute_RunMethod(box, command, pending);
         const double seconds = start.msecsTo(clock.moment) / 1000.0;
         EXPECT_GE(seconds, least);
         EXPECT_LE(seconds, most);

@@ -53,7 +53,12 @@ TEST(FlexGridTest, FlatIndexAndItsBounds) {
         {"write past the last cell", ErrSubscript, [&] { grid.setTextArray(30, "x"); }},
         {"negative index", ErrSubscript, [&] { grid.TextArray(-1); }},
         {"Row beyond", ErrSubscript, [&] { grid.setRow(3); }},
+        {"Row negative", ErrSubscript, [&] { grid.setRow(-1); }},
+        {"RowSel beyond", ErrSubscript, [&] { grid.setRowSel(3); }},
+        {"Col beyond", ErrSubscript, [&] { grid.setCol(10); }},
         {"ColSel beyond", ErrSubscript, [&] { grid.setColSel(10); }},
+        {"cell beyond", ErrSubscript, [&] { grid.setTextMatrix(2, 10, "x"); }},
+        {"alignment beyond", ErrSubscript, [&] { grid.ColAlignment(10); }},
         {"insert beyond the end", ErrSubscript, [&] { grid.AddItem("x", 4); }},
         {"remove beyond the end", ErrSubscript, [&] { grid.RemoveItem(3); }},
         {"remove the header", ErrInvalidCall, [&] { grid.RemoveItem(0); }},
@@ -292,6 +297,10 @@ TEST_F(FlexGridViewTest, OperatorClicksMoveTheGridSelection) {
     EXPECT_EQ(selChanges, 0) << "the program's own moves are no operator event";
     click(2, 4);
     EXPECT_EQ(selection(grid()), (std::array{2, 4, 2, 4}));
+    click(4, 4, Qt::ShiftModifier);
+    click(4, 4);  // only the anchor moves
+    EXPECT_EQ(selection(grid()), (std::array{4, 4, 4, 4}));
+    click(2, 4);
     click(4, 6, Qt::ShiftModifier);
     EXPECT_EQ(selection(grid()), (std::array{2, 4, 4, 6}));
     EXPECT_EQ(shown(), (std::pair{std::set{2, 3, 4}, std::set{4, 5, 6}}));

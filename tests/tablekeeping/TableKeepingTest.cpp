@@ -200,6 +200,9 @@ TEST_F(TableKeepingTest, SaveAndOpenKeepRowsAndColours) {
     dialogs.fileAnswers.push_back(files.file("night"));
     SaveRunTable();
     ASSERT_TRUE(QFile::exists(files.file("night.sidekin-table")));
+    dialogs.fileAnswers.push_back(files.file("no-such-folder/night"));
+    SaveRunTable();
+    EXPECT_EQ(dialogs.boxTitles(), QStringList{text(18008)}) << "a folder that is not there";
 
     // Into a table that is not empty: asked first; No keeps the table.
     ClearRunTable(frmORQ());
