@@ -31,7 +31,7 @@ std::string stringOf(DWORD instance, HSZ handle) {
 }
 
 HDDEDATA CALLBACK callback(UINT type, UINT format, HCONV handle, HSZ, HSZ item, HDDEDATA data,
-                           ULONG_PTR, ULONG_PTR) {
+                           ULONG_PTR id, ULONG_PTR) {
     Conversation* conversation = Conversation::of(handle);
     if (!conversation) return nullptr;
     switch (type) {
@@ -39,6 +39,9 @@ HDDEDATA CALLBACK callback(UINT type, UINT format, HCONV handle, HSZ, HSZ item, 
             if (format == CF_TEXT)
                 conversation->listener()->data(stringOf(conversation->id(), item), textOf(data));
             return reinterpret_cast<HDDEDATA>(DDE_FACK);
+        case XTYP_XACT_COMPLETE:
+            conversation->completed(static_cast<DWORD>(id), data);
+            return nullptr;
         case XTYP_DISCONNECT:
             conversation->lost();
             return nullptr;
@@ -88,12 +91,30 @@ Conversation::Conversation(Listener* listener) : listener_(listener) {
 }
 
 Conversation::~Conversation() {
+    if (handle_ && lateAnswer_) {
+        // A host that let a transaction run out may not answer the terminate
+        // either, which DdeDisconnect awaits for 10 s: the terminate is posted and
+        // the instance given up.
+        CONVINFO info{};
+        info.cb = sizeof info;
+        if (DdeQueryConvInfo(handle_, QID_SYNC, &info))
+            PostMessageA(info.hwndPartner, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(info.hwnd),
+                         0);
+        conversations.erase(handle_);
+        return;
+    }
     if (handle_) {
         takeStrayAnswers(afterRequest_ ? StrayAckWaitMs : 0);
         conversations.erase(handle_);
         DdeDisconnect(handle_);
     }
-    if (initError_ == DMLERR_NO_ERROR) idle.push_back(id_);
+    if (initError_ != DMLERR_NO_ERROR) return;
+    // Wine keeps a conversation the host ended in its instance, which then
+    // refuses a new one with the same host and topic.
+    if (hungUp_)
+        DdeUninitialize(id_);
+    else
+        idle.push_back(id_);
 }
 
 Conversation* Conversation::of(HCONV handle) {
@@ -104,7 +125,16 @@ Conversation* Conversation::of(HCONV handle) {
 void Conversation::lost() {
     conversations.erase(handle_);
     handle_ = nullptr;
+    hungUp_ = true;
     listener_->disconnected();
+}
+
+// Wine's DDEML ends a conversation on the host's terminate without telling the
+// callback, so the conversation's state is asked.
+bool Conversation::isConnected() const {
+    CONVINFO info{};
+    info.cb = sizeof info;
+    return handle_ && DdeQueryConvInfo(handle_, QID_SYNC, &info) && (info.wStatus & ST_CONNECTED);
 }
 
 UINT Conversation::connect(const std::string& service, const std::string& topic) {
@@ -137,9 +167,18 @@ bool Conversation::takeStrayAnswers(DWORD waitMs) {
     return true;
 }
 
+void Conversation::completed(DWORD transaction, HDDEDATA data) {
+    if (!waiting_ || transaction != waiting_->id) return;
+    waiting_->done = true;
+    waiting_->answered = data != nullptr;
+    if (data && waiting_->type == XTYP_REQUEST) waiting_->text = textOf(data);
+}
+
+// Asynchronous, so that the host ending the conversation ends the wait at once:
+// a synchronous transaction (in Wine's DDEML) sees the hang-up only at its limit.
 UINT Conversation::transact(const void* bytes, DWORD size, const std::string& item, UINT type,
-                            DWORD timeoutMs, HDDEDATA* result) {
-    *result = nullptr;
+                            DWORD timeoutMs, std::string* text) {
+    if (handle_ && !isConnected()) lost();
     if (!handle_) return DMLERR_NO_CONV_ESTABLISHED;
     const UINT timedOut = type == XTYP_REQUEST   ? DMLERR_DATAACKTIMEOUT
                           : type == XTYP_EXECUTE ? DMLERR_EXECACKTIMEOUT
@@ -154,35 +193,60 @@ UINT Conversation::transact(const void* bytes, DWORD size, const std::string& it
     }
     takeStrayAnswers(afterRequest_ ? StrayAckWaitMs : 0);
     afterRequest_ = false;
-    HSZ itemName = item.empty() ? nullptr : DdeCreateStringHandleA(id_, item.c_str(), CP_WINANSI);
-    DWORD status = 0;
-    *result = DdeClientTransaction(static_cast<LPBYTE>(const_cast<void*>(bytes)), size, handle_,
-                                   itemName, CF_TEXT, type, timeoutMs, &status);
-    const UINT error = *result ? DMLERR_NO_ERROR : DdeGetLastError(id_);
-    if (itemName) DdeFreeStringHandle(id_, itemName);
-    if (error == timedOut) lateAnswer_ = true;
-    return *result || error != DMLERR_NO_ERROR ? error : DMLERR_NOTPROCESSED;
-}
+    CONVINFO info{};
+    info.cb = sizeof info;
+    if (!DdeQueryConvInfo(handle_, QID_SYNC, &info)) return DMLERR_NO_CONV_ESTABLISHED;
 
-UINT Conversation::request(const std::string& item, DWORD timeoutMs, std::string* value) {
-    HDDEDATA data = nullptr;
-    const UINT error = transact(nullptr, 0, item, XTYP_REQUEST, timeoutMs, &data);
-    afterRequest_ = true;
-    if (error != DMLERR_NO_ERROR) return error;
-    *value = textOf(data);
-    DdeFreeDataHandle(data);
+    HSZ itemName = item.empty() ? nullptr : DdeCreateStringHandleA(id_, item.c_str(), CP_WINANSI);
+    Waiting waiting;
+    waiting.type = type;
+    const HDDEDATA started =
+        DdeClientTransaction(static_cast<LPBYTE>(const_cast<void*>(bytes)), size, handle_, itemName,
+                             CF_TEXT, type, TIMEOUT_ASYNC, &waiting.id);
+    const UINT error = started ? DMLERR_NO_ERROR : DdeGetLastError(id_);
+    if (itemName) DdeFreeStringHandle(id_, itemName);
+    if (!started) return error != DMLERR_NO_ERROR ? error : DMLERR_NOTPROCESSED;
+
+    waiting_ = &waiting;
+    const DWORD start = GetTickCount();
+    for (;;) {
+        MSG msg;
+        while (handle_ && !waiting.done && PeekMessageA(&msg, info.hwnd, 0, 0, PM_REMOVE))
+            DispatchMessageA(&msg);
+        if (handle_ && !waiting.done && !isConnected()) lost();
+        if (!handle_ || waiting.done) break;
+        const DWORD spent = GetTickCount() - start;
+        if (spent >= timeoutMs) break;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, timeoutMs - spent,
+                                  QS_POSTMESSAGE | QS_SENDMESSAGE);
+    }
+    waiting_ = nullptr;
+    if (!handle_) return DMLERR_NO_CONV_ESTABLISHED;
+    // Also once answered: Wine's DDEML keeps a completed transaction queued and
+    // would match the next answer against it. Only ours is ever queued.
+    DdeAbandonTransaction(id_, handle_, 0);
+    if (!waiting.done) {
+        lateAnswer_ = true;
+        return timedOut;
+    }
+    if (!waiting.answered) return DMLERR_NOTPROCESSED;
+    if (text) *text = std::move(waiting.text);
     return DMLERR_NO_ERROR;
 }
 
+UINT Conversation::request(const std::string& item, DWORD timeoutMs, std::string* value) {
+    const UINT error = transact(nullptr, 0, item, XTYP_REQUEST, timeoutMs, value);
+    afterRequest_ = true;
+    return error;
+}
+
 UINT Conversation::execute(const std::string& command, DWORD timeoutMs) {
-    HDDEDATA done = nullptr;
     return transact(command.c_str(), static_cast<DWORD>(command.size() + 1), {}, XTYP_EXECUTE,
-                    timeoutMs, &done);
+                    timeoutMs, nullptr);
 }
 
 UINT Conversation::advise(const std::string& item, DWORD timeoutMs) {
-    HDDEDATA done = nullptr;
-    return transact(nullptr, 0, item, XTYP_ADVSTART, timeoutMs, &done);
+    return transact(nullptr, 0, item, XTYP_ADVSTART, timeoutMs, nullptr);
 }
 
 }  // namespace sidekin::link::dde

@@ -33,17 +33,25 @@ public:
     UINT request(const std::string& item, DWORD timeoutMs, std::string* value);
     UINT execute(const std::string& command, DWORD timeoutMs);
     UINT advise(const std::string& item, DWORD timeoutMs);
-    bool isConnected() const { return handle_ != nullptr; }
+    bool isConnected() const;
 
     // For the callback.
     static Conversation* of(HCONV handle);
     void lost();
+    void completed(DWORD transaction, HDDEDATA data);
     Listener* listener() const { return listener_; }
     DWORD id() const { return id_; }
 
 private:
+    struct Waiting {
+        UINT type = 0;
+        DWORD id = 0;
+        bool done = false;
+        bool answered = false;
+        std::string text;
+    };
     UINT transact(const void* bytes, DWORD size, const std::string& item, UINT type,
-                  DWORD timeoutMs, HDDEDATA* result);
+                  DWORD timeoutMs, std::string* text);
     bool takeStrayAnswers(DWORD waitMs);
 
     Listener* listener_;
@@ -52,6 +60,8 @@ private:
     HCONV handle_ = nullptr;
     bool afterRequest_ = false;
     bool lateAnswer_ = false;
+    Waiting* waiting_ = nullptr;
+    bool hungUp_ = false;
 };
 
 }  // namespace sidekin::link::dde

@@ -1,5 +1,7 @@
 #include "DdeServerWindows.h"
 
+#include <dde.h>
+
 #include <algorithm>
 #include <cctype>
 
@@ -126,8 +128,14 @@ void Server::post(const std::string& item) {
     DdeFreeStringHandle(id_, name);
 }
 
+// Wine's DDEML does not end a conversation from the server's side: the
+// terminate is posted as a DDE server window would, then DDEML is told.
 void Server::drop(HCONV conversation) {
     forget(conversation);
+    CONVINFO info{};
+    info.cb = sizeof info;
+    if (DdeQueryConvInfo(conversation, QID_SYNC, &info))
+        PostMessageA(info.hwndPartner, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(info.hwnd), 0);
     DdeDisconnect(conversation);
 }
 
