@@ -36,24 +36,32 @@ bool validUtf8(QByteArrayView bytes) {
     return !decoder.hasError();
 }
 
-// The bytes that differ, between the longest common beginning and end, hold no
-// line break of the old file.
-bool changedWithinOneLine(const QByteArray& before, const QByteArray& after) {
-    const qsizetype shorter = std::min(before.size(), after.size());
-    qsizetype prefix = 0;
-    while (prefix < shorter && before[prefix] == after[prefix]) ++prefix;
-    qsizetype suffix = 0;
-    while (suffix < shorter - prefix &&
-           before[before.size() - 1 - suffix] == after[after.size() - 1 - suffix])
-        ++suffix;
-    const bool utf16 = before.startsWith("\xFF\xFE");
-    const qsizetype step = utf16 ? 2 : 1;
-    for (qsizetype at = utf16 ? prefix & ~qsizetype(1) : prefix;
-         at + step <= before.size() && at < before.size() - suffix; at += step) {
-        const char16_t unit = utf16 ? char16_t(uchar(before[at]) | uchar(before[at + 1]) << 8)
-                                    : char16_t(uchar(before[at]));
-        if (unit == u'\r' || unit == u'\n') return false;
+// The code units (bytes, or 16-bit units of a UTF-16 file) that differ, between
+// the longest common beginning and end, hold no line break of the old file.
+// Compared byte by byte, a UTF-16 window can slip half a unit onto a line end.
+std::vector<char16_t> unitsOf(const QByteArray& bytes, bool utf16) {
+    std::vector<char16_t> units;
+    if (!utf16) {
+        for (const char c : bytes) units.push_back(char16_t(uchar(c)));
+        return units;
     }
+    for (qsizetype at = 0; at + 1 < bytes.size(); at += 2)
+        units.push_back(char16_t(uchar(bytes[at]) | uchar(bytes[at + 1]) << 8));
+    return units;
+}
+
+bool changedWithinOneLine(const QByteArray& before, const QByteArray& after) {
+    const bool utf16 = before.startsWith("\xFF\xFE");
+    const std::vector<char16_t> old = unitsOf(before, utf16), now = unitsOf(after, utf16);
+    const std::size_t shorter = std::min(old.size(), now.size());
+    std::size_t prefix = 0;
+    while (prefix < shorter && old[prefix] == now[prefix]) ++prefix;
+    std::size_t suffix = 0;
+    while (suffix < shorter - prefix &&
+           old[old.size() - 1 - suffix] == now[now.size() - 1 - suffix])
+        ++suffix;
+    for (std::size_t at = prefix; at < old.size() - suffix; ++at)
+        if (old[at] == u'\r' || old[at] == u'\n') return false;
     return true;
 }
 

@@ -159,6 +159,8 @@ TEST_F(MethodClickFaultTest, FieldsWrittenBeforeABadReplyStay) {
     EXPECT_TRUE(form.txtDataFile->isReadOnly());
     EXPECT_EQ(form.txtInfoLine->toPlainText(), "Solvent blank from the front tower");
     EXPECT_FALSE(form.txtSampleAmt->isEnabled());
+    choose(form, "Calibration Mix", "FRONTSTD");  // a pair named by hand
+    EXPECT_FALSE(form.txtDataFile->isReadOnly());
 }
 
 // Vial ranges per model and side, with the host questions each asks.

@@ -92,7 +92,7 @@ TEST_F(TableKeepingTest, ImportAddsEveryGoodRowThroughTheChecksOfAdd) {
 TEST_F(TableKeepingTest, FailingRowsAreListedWithLineAndReasonAndTheRestAdded) {
     startHost();
     const auto boxes = import(
-        "1,Calibration Mix,FRONTSTD,CAL-1,,2,CAL01,,,\r\n"
+        "12,Calibration Mix,FRONTSTD,CAL-1,,2,CAL01,,,\r\n"
         "2,Diesel,FRONTSTD,X,,2,D01,,,\r\n"
         "3,Calibration Mix,NOPE,X,,2,N01,,,\r\n"
         "4,Calibration Mix,FRONTSTD,X,,999,V01,,,\r\n"
@@ -119,8 +119,15 @@ TEST_F(TableKeepingTest, FailingRowsAreListedWithLineAndReasonAndTheRestAdded) {
     EXPECT_EQ(lines[9], "line 11: " + text(17212));
     EXPECT_TRUE(lines[10].startsWith("line 12: ")) << lines[10].toStdString();
     EXPECT_EQ(grid().Rows(), 2);
+    EXPECT_EQ(rows()[0][0], "1") << "numbered in the table, not as in the file";
     // The operator's own Add form is left as it was.
     EXPECT_EQ(dialogs.boxTitles(), QStringList{text(18010)});
+
+    QByteArray many;  // thirty failures are listed, then how many more
+    for (int i = 0; i < 32; ++i) many += "1,Diesel,FRONTSTD,X,,2,D01,,,\r\n";
+    const QStringList listed = import(many).at(0).text.split('\n');
+    ASSERT_EQ(listed.size(), 32);
+    EXPECT_TRUE(listed[30].startsWith("line 31: ")) << listed[30].toStdString();
 }
 
 TEST_F(TableKeepingTest, BadFilesChangeNothingAndSaySo) {
@@ -188,6 +195,11 @@ TEST_F(TableKeepingTest, ExportThenImportGivesTheSameTableAndFile) {
     EXPECT_EQ(rows(), table);
     ASSERT_TRUE(ExportWorklistFile(files.file("out2.csv")));
     EXPECT_EQ(files.read("out2.csv"), first);
+    dialogs.shown.clear();
+    EXPECT_FALSE(ExportWorklistFile(files.file("no-such-folder/out3.csv")));
+    EXPECT_EQ(
+        dialogs.shown,
+        (std::vector<Shown>{{Shown::Box, BoxStyle::ExclamationOk, text(18019), text(18011)}}));
 }
 
 TEST_F(TableKeepingTest, SaveAndOpenKeepRowsAndColours) {

@@ -18,11 +18,15 @@ using sidekin::test::errorOf;
 namespace {
 
 TEST(ConversionsTest, ValReadsTheNumericBeginning) {
-    const std::pair<const char*, double> rows[] = {
-        {"12abc", 12},  {" 1 6 1st", 161}, {"\t4\n2", 42}, {"abc", 0},
-        {"-", 0},       {"+3", 3},         {".5", 0.5},    {"2D2", 200},
-        {"5E-1", 0.5},  {"4e", 4},         {"1.2.3", 1.2}, {"&H1F", 31},
-        {"&HFFFF", -1}, {"&O17", 15},      {"1,000", 1},   {"4294967296", 4294967296.0}};
+    const std::pair<const char*, double> rows[] = {{"12abc", 12},    {" 1 6 1st", 161},
+                                                   {"\t4\n2", 42},   {"abc", 0},
+                                                   {"-", 0},         {"+3", 3},
+                                                   {".5", 0.5},      {"2D2", 200},
+                                                   {"5E-1", 0.5},    {"4e", 4},
+                                                   {"1.2.3", 1.2},   {"&H1F", 31},
+                                                   {"&HFFFF", -1},   {"&O17", 15},
+                                                   {"1,000", 1},     {"4294967296", 4294967296.0},
+                                                   {"&O177777", -1}, {"&O1777777", 524287}};
     for (const auto& [text, value] : rows) EXPECT_DOUBLE_EQ(Val(text), value) << text;
 }
 
@@ -30,7 +34,7 @@ TEST(ConversionsTest, StrictConversionAcceptsWholeNumbersOnly) {
     const std::pair<const char*, std::optional<double>> rows[] = {
         {"  42  ", 42}, {"-3.5", -3.5}, {"3.", 3},     {"1.5E2", 150}, {"&H10", 16},
         {"", {}},       {"   ", {}},    {"12abc", {}}, {"1 2", {}},    {".", {}},
-        {"1e", {}},     {"--1", {}},    {"1,5", {}}};
+        {"1e", {}},     {"--1", {}},    {"1,5", {}},   {"1E2x", {}}};
     for (const auto& row : rows) {
         const auto& [text, value] = row;
         EXPECT_EQ(IsNumeric(text), value.has_value()) << text;

@@ -135,7 +135,7 @@ TEST(ProfileWrite, OnlyTheKeyChanges) {
         {"orphanKeyIsNoSection", "k=1\n", "S", "k", "2", "k=1\n[S]\nk=2\n"},
         {"lineBreaksInValueBecomeBlanks", "[S]\nk=1\nz=2\n", "S", "k", "a\r\nb\nc\rd", "[S]\nk=a  b c d\nz=2\n"},
         {"utf8MarkKeptAndMarkCharIsText", "\xEF\xBB\xBF[S]\n\xEF\xBB\xBFk=1\n", "S", QStringLiteral("\uFEFFk"), QStringLiteral("\uFEFFv"), "\xEF\xBB\xBF[S]\n\xEF\xBB\xBFk=\xEF\xBB\xBFv\n"},
-        {"cp1252Kept", "[S]\r\nk=\x80\r\n[\xFF]\r\nz=\x81\x8D\r\n", "s", "k", "\u00E9\u20AC", "[S]\r\nk=\xE9\x80\r\n[\xFF]\r\nz=\x81\x8D\r\n"},
+        {"cp1252Kept", "[S]\r\nk=\x80\r\n[\xFF]\r\nz=\x81\x8D\r\n", "s", "k", "\u00A0\u00E9\u20AC", "[S]\r\nk=\xA0\xE9\x80\r\n[\xFF]\r\nz=\x81\x8D\r\n"},
         {"cp1252BecomesUtf8ForOtherText", "[S]\nk=1\nz=\xE9\x1A", "S", "k", "\u03A9", "[S]\nk=\xCE\xA9\nz=\xC3\xA9\x1A"},
         {"cp1252BecomesUtf8RatherThanReadAsUtf8", "[S]\nk=\xE9\n", "S", "k", "\u00C3\u00A9", "[S]\nk=\xC3\x83\xC2\xA9\n"},
         {"utf16Kept", utf16File("[S]\r\nk=1\r\n[T]\r\nz=\u00E9\r\n\x1A"), "S", "k", "\u03A9\u20AC", utf16File("[S]\r\nk=\u03A9\u20AC\r\n[T]\r\nz=\u00E9\r\n\x1A")},
