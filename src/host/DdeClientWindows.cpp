@@ -1,252 +1,118 @@
 #include "DdeClientWindows.h"
 
-#include <dde.h>
-
-#include <map>
+#include <atomic>
 #include <vector>
+
+#include "DdeThreadWindows.h"
 
 namespace sidekin::link::dde {
 
 namespace {
 
-constexpr DWORD StrayAckWaitMs = 30;
+// DdeConnect asks every top-level window of the desktop, one by one.
+constexpr DWORD ConnectLimitMs = 5000;
+constexpr DWORD QuickLimitMs = 2000;
 
-std::map<HCONV, Conversation*> conversations;
-// Instances of ended conversations, kept: making one costs as much as connecting.
-std::vector<DWORD> idle;
+// Threads whose conversation ended well, with their instance: making one costs
+// as much as connecting.
+std::mutex idleMutex;
+auto* idle = new std::vector<Conversation::Worker>;  // outlives the program's end
 
-std::string textOf(HDDEDATA data) {
-    const DWORD size = DdeGetData(data, nullptr, 0, 0);
-    std::string text(size, '\0');
-    if (size > 0) DdeGetData(data, reinterpret_cast<LPBYTE>(text.data()), size, 0);
-    const auto end = text.find('\0');
-    if (end != std::string::npos) text.resize(end);
-    return text;
-}
-
-std::string stringOf(DWORD instance, HSZ handle) {
-    char buffer[256] = {};
-    DdeQueryStringA(instance, handle, buffer, sizeof buffer, CP_WINANSI);
-    return buffer;
-}
-
-HDDEDATA CALLBACK callback(UINT type, UINT format, HCONV handle, HSZ, HSZ item, HDDEDATA data,
-                           ULONG_PTR id, ULONG_PTR) {
-    Conversation* conversation = Conversation::of(handle);
-    if (!conversation) return nullptr;
-    switch (type) {
-        case XTYP_ADVDATA:
-            if (format == CF_TEXT)
-                conversation->listener()->data(stringOf(conversation->id(), item), textOf(data));
-            return reinterpret_cast<HDDEDATA>(DDE_FACK);
-        case XTYP_XACT_COMPLETE:
-            conversation->completed(static_cast<DWORD>(id), data);
-            return nullptr;
-        case XTYP_DISCONNECT:
-            conversation->lost();
-            return nullptr;
-        default:
-            return nullptr;
+Conversation::Worker takeWorker() {
+    {
+        std::lock_guard lock(idleMutex);
+        if (!idle->empty()) {
+            Conversation::Worker worker = std::move(idle->back());
+            idle->pop_back();
+            return worker;
+        }
     }
-}
-
-bool isAnswer(const MSG& msg) {
-    if (msg.message == WM_DDE_ACK) return true;
-    UINT_PTR data = 0;
-    UINT_PTR item = 0;
-    if (!UnpackDDElParam(WM_DDE_DATA, msg.lParam, &data, &item) || !data) return false;
-    const auto* header = static_cast<const DDEDATA*>(GlobalLock(reinterpret_cast<HGLOBAL>(data)));
-    const bool response = header && header->fResponse;
-    GlobalUnlock(reinterpret_cast<HGLOBAL>(data));
-    return response;
-}
-
-// Takes an acknowledgement or a request's data off the queue, if it is next:
-// no transaction waits for it. A hot link's data stays where it is.
-bool takeStrayAnswer(HWND window) {
-    MSG msg;
-    if (!PeekMessageA(&msg, window, WM_DDE_ACK, WM_DDE_DATA, PM_NOREMOVE) || !isAnswer(msg))
-        return false;
-    PeekMessageA(&msg, window, msg.message, msg.message, PM_REMOVE);
-    UINT_PTR low = 0;
-    UINT_PTR high = 0;
-    if (UnpackDDElParam(msg.message, msg.lParam, &low, &high)) {
-        FreeDDElParam(msg.message, msg.lParam);
-        if (msg.message == WM_DDE_DATA) GlobalFree(reinterpret_cast<HGLOBAL>(low));
-        if (high >= MAXINTATOM && high <= 0xFFFF) GlobalDeleteAtom(static_cast<ATOM>(high));
-    }
-    return true;
+    Conversation::Worker worker{WorkThread::start(), nullptr};
+    auto session = std::make_shared<std::shared_ptr<Session>>();
+    const auto start = [thread = worker.thread.get(), session] {
+        *session = std::make_shared<Session>();
+        thread->passOver([made = session->get()](const MSG& msg) { return made->passesOver(msg); });
+    };
+    if (worker.thread->call(start, QuickLimitMs)) worker.session = *session;
+    return worker;
 }
 
 }  // namespace
 
-Conversation::Conversation(Listener* listener) : listener_(listener) {
-    if (!idle.empty()) {
-        id_ = idle.back();
-        idle.pop_back();
-        return;
-    }
-    initError_ = DdeInitializeA(
-        &id_, callback, APPCMD_CLIENTONLY | CBF_SKIP_REGISTRATIONS | CBF_SKIP_UNREGISTRATIONS, 0);
+Conversation::Conversation(Listener* listener) : worker_(takeWorker()) {
+    if (worker_.session) worker_.session->setListener(listener);
 }
 
 Conversation::~Conversation() {
-    if (handle_ && lateAnswer_) {
-        // A host that let a transaction run out may not answer the terminate
-        // either, which DdeDisconnect awaits for 10 s: the terminate is posted and
-        // the instance given up.
-        CONVINFO info{};
-        info.cb = sizeof info;
-        if (DdeQueryConvInfo(handle_, QID_SYNC, &info))
-            PostMessageA(info.hwndPartner, WM_DDE_TERMINATE, reinterpret_cast<WPARAM>(info.hwnd),
-                         0);
-        conversations.erase(handle_);
+    if (!worker_.session) {
+        worker_.thread->post([thread = worker_.thread.get()] { thread->finish(); });
         return;
     }
-    if (handle_) {
-        takeStrayAnswers(afterRequest_ ? StrayAckWaitMs : 0);
-        conversations.erase(handle_);
-        DdeDisconnect(handle_);
-    }
-    if (initError_ != DMLERR_NO_ERROR) return;
-    // Wine keeps a conversation the host ended in its instance, which then
-    // refuses a new one with the same host and topic.
-    if (hungUp_)
-        DdeUninitialize(id_);
-    else
-        idle.push_back(id_);
+    worker_.session->setListener(nullptr);
+    auto end = [worker = worker_, once = std::make_shared<std::atomic<bool>>(false)] {
+        if (once->exchange(true)) return;
+        if (worker.session->end()) {
+            std::lock_guard lock(idleMutex);
+            idle->push_back(worker);
+        } else {
+            worker.thread->finish();
+        }
+    };
+    // Ended before the next conversation begins, as the host expects; after a
+    // time-out the thread may still be held, and ends it when let go.
+    if (stuck_ || !worker_.thread->call(end, QuickLimitMs)) worker_.thread->post(end);
 }
 
-Conversation* Conversation::of(HCONV handle) {
-    const auto it = conversations.find(handle);
-    return it == conversations.end() ? nullptr : it->second;
-}
-
-void Conversation::lost() {
-    conversations.erase(handle_);
-    handle_ = nullptr;
-    hungUp_ = true;
-    listener_->disconnected();
-}
-
-// Wine's DDEML ends a conversation on the host's terminate without telling the
-// callback, so the conversation's state is asked.
-bool Conversation::isConnected() const {
-    CONVINFO info{};
-    info.cb = sizeof info;
-    return handle_ && DdeQueryConvInfo(handle_, QID_SYNC, &info) && (info.wStatus & ST_CONNECTED);
+template <typename Work>
+bool Conversation::call(Work work, DWORD limitMs) const {
+    if (stuck_ || !worker_.session) return false;
+    if (!worker_.thread->call([session = worker_.session, work] { work(*session); }, limitMs))
+        stuck_ = true;
+    return !stuck_;
 }
 
 UINT Conversation::connect(const std::string& service, const std::string& topic) {
-    if (initError_ != DMLERR_NO_ERROR) return initError_;
-    HSZ serviceName = DdeCreateStringHandleA(id_, service.c_str(), CP_WINANSI);
-    HSZ topicName = DdeCreateStringHandleA(id_, topic.c_str(), CP_WINANSI);
-    handle_ = DdeConnect(id_, serviceName, topicName, nullptr);
-    const UINT error = handle_ ? DMLERR_NO_ERROR : DdeGetLastError(id_);
-    DdeFreeStringHandle(id_, serviceName);
-    DdeFreeStringHandle(id_, topicName);
-    if (handle_) conversations[handle_] = this;
-    return handle_ || error != DMLERR_NO_ERROR ? error : DMLERR_NO_CONV_ESTABLISHED;
+    if (!worker_.session) return DMLERR_DLL_NOT_INITIALIZED;
+    auto error = std::make_shared<UINT>(DMLERR_NO_ERROR);
+    if (!call([=](Session& session) { *error = session.connect(service, topic); }, ConnectLimitMs))
+        return ConnectTimedOut;
+    return *error;
 }
 
-// Takes the answers no transaction waits for off the queue, waiting up to waitMs
-// for one when none is there; answers whether one was taken.
-bool Conversation::takeStrayAnswers(DWORD waitMs) {
-    CONVINFO info{};
-    info.cb = sizeof info;
-    if (!DdeQueryConvInfo(handle_, QID_SYNC, &info)) return false;
-    bool taken = false;
-    while (takeStrayAnswer(info.hwnd)) taken = true;
-    const DWORD start = GetTickCount();
-    while (!taken) {
-        const DWORD spent = GetTickCount() - start;
-        if (spent >= waitMs) return false;
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, waitMs - spent, QS_POSTMESSAGE);
-        taken = takeStrayAnswer(info.hwnd);
-    }
-    return true;
-}
-
-void Conversation::completed(DWORD transaction, HDDEDATA data) {
-    if (!waiting_ || transaction != waiting_->id) return;
-    waiting_->done = true;
-    waiting_->answered = data != nullptr;
-    if (data && waiting_->type == XTYP_REQUEST) waiting_->text = textOf(data);
-}
-
-// Asynchronous, so that the host ending the conversation ends the wait at once:
-// a synchronous transaction (in Wine's DDEML) sees the hang-up only at its limit.
-UINT Conversation::transact(const void* bytes, DWORD size, const std::string& item, UINT type,
-                            DWORD timeoutMs, std::string* text) {
-    if (handle_ && !isConnected()) lost();
-    if (!handle_) return DMLERR_NO_CONV_ESTABLISHED;
-    const UINT timedOut = type == XTYP_REQUEST   ? DMLERR_DATAACKTIMEOUT
-                          : type == XTYP_EXECUTE ? DMLERR_EXECACKTIMEOUT
-                                                 : DMLERR_ADVACKTIMEOUT;
-    // A transaction given up is answered late, before any later one: the next
-    // would take that answer for its own. Some servers (Wine's DDEML) also post a
-    // stray acknowledgement behind a request's data.
-    if (lateAnswer_) {
-        if (!takeStrayAnswers(timeoutMs)) return timedOut;
-        lateAnswer_ = false;
-        afterRequest_ = true;
-    }
-    takeStrayAnswers(afterRequest_ ? StrayAckWaitMs : 0);
-    afterRequest_ = false;
-    CONVINFO info{};
-    info.cb = sizeof info;
-    if (!DdeQueryConvInfo(handle_, QID_SYNC, &info)) return DMLERR_NO_CONV_ESTABLISHED;
-
-    HSZ itemName = item.empty() ? nullptr : DdeCreateStringHandleA(id_, item.c_str(), CP_WINANSI);
-    Waiting waiting;
-    waiting.type = type;
-    const HDDEDATA started =
-        DdeClientTransaction(static_cast<LPBYTE>(const_cast<void*>(bytes)), size, handle_, itemName,
-                             CF_TEXT, type, TIMEOUT_ASYNC, &waiting.id);
-    const UINT error = started ? DMLERR_NO_ERROR : DdeGetLastError(id_);
-    if (itemName) DdeFreeStringHandle(id_, itemName);
-    if (!started) return error != DMLERR_NO_ERROR ? error : DMLERR_NOTPROCESSED;
-
-    waiting_ = &waiting;
-    const DWORD start = GetTickCount();
-    for (;;) {
-        MSG msg;
-        while (handle_ && !waiting.done && PeekMessageA(&msg, info.hwnd, 0, 0, PM_REMOVE))
-            DispatchMessageA(&msg);
-        if (handle_ && !waiting.done && !isConnected()) lost();
-        if (!handle_ || waiting.done) break;
-        const DWORD spent = GetTickCount() - start;
-        if (spent >= timeoutMs) break;
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, timeoutMs - spent,
-                                  QS_POSTMESSAGE | QS_SENDMESSAGE);
-    }
-    waiting_ = nullptr;
-    if (!handle_) return DMLERR_NO_CONV_ESTABLISHED;
-    // Also once answered: Wine's DDEML keeps a completed transaction queued and
-    // would match the next answer against it. Only ours is ever queued.
-    DdeAbandonTransaction(id_, handle_, 0);
-    if (!waiting.done) {
-        lateAnswer_ = true;
-        return timedOut;
-    }
-    if (!waiting.answered) return DMLERR_NOTPROCESSED;
-    if (text) *text = std::move(waiting.text);
-    return DMLERR_NO_ERROR;
-}
-
+// The thread's own wait ends at the limit, twice it after an answer given up.
 UINT Conversation::request(const std::string& item, DWORD timeoutMs, std::string* value) {
-    const UINT error = transact(nullptr, 0, item, XTYP_REQUEST, timeoutMs, value);
-    afterRequest_ = true;
-    return error;
+    struct Answer {
+        UINT error = DMLERR_NO_ERROR;
+        std::string text;
+    };
+    auto answer = std::make_shared<Answer>();
+    if (!call([=](Session& s) { answer->error = s.request(item, timeoutMs, &answer->text); },
+              2 * timeoutMs + QuickLimitMs))
+        return DMLERR_DATAACKTIMEOUT;
+    if (value) *value = std::move(answer->text);
+    return answer->error;
 }
 
 UINT Conversation::execute(const std::string& command, DWORD timeoutMs) {
-    return transact(command.c_str(), static_cast<DWORD>(command.size() + 1), {}, XTYP_EXECUTE,
-                    timeoutMs, nullptr);
+    auto error = std::make_shared<UINT>(DMLERR_NO_ERROR);
+    if (!call([=](Session& session) { *error = session.execute(command, timeoutMs); },
+              2 * timeoutMs + QuickLimitMs))
+        return DMLERR_EXECACKTIMEOUT;
+    return *error;
 }
 
 UINT Conversation::advise(const std::string& item, DWORD timeoutMs) {
-    return transact(nullptr, 0, item, XTYP_ADVSTART, timeoutMs, nullptr);
+    auto error = std::make_shared<UINT>(DMLERR_NO_ERROR);
+    if (!call([=](Session& session) { *error = session.advise(item, timeoutMs); },
+              2 * timeoutMs + QuickLimitMs))
+        return DMLERR_ADVACKTIMEOUT;
+    return *error;
+}
+
+bool Conversation::isConnected() const {
+    auto connected = std::make_shared<bool>(false);
+    return call([=](Session& session) { *connected = session.isConnected(); }, QuickLimitMs) &&
+           *connected;
 }
 
 }  // namespace sidekin::link::dde

@@ -1,29 +1,23 @@
 #pragma once
 
-// clang-format off
-#include <windows.h>
-#include <ddeml.h>
-// clang-format on
-
+#include <memory>
 #include <string>
+
+#include "DdeSessionWindows.h"
 
 namespace sidekin::link::dde {
 
-// One DDEML client conversation, in a DDEML instance of its own: Wine's DDEML
-// refuses a second conversation on the same service and topic within one
-// instance. Its messages are dispatched by the event loop of the thread that
-// made it. Texts are CF_TEXT in the ANSI code page. The calls answer a DMLERR_
-// number, 0 when all went well.
+class WorkThread;
+
+// A host that did not answer the connect in time.
+constexpr UINT ConnectTimedOut = DMLERR_EXECACKTIMEOUT;
+
+// One DDEML client conversation, carried out on a thread of its own (a DDEML
+// instance is tied to the thread that made it). The calls block the caller up
+// to their limits and answer a DMLERR_ number, 0 when all went well; the
+// listener is called on the conversation's thread.
 class Conversation {
 public:
-    class Listener {
-    public:
-        virtual ~Listener() = default;
-        // A hot link's new value, as it arrives; may come inside a transaction.
-        virtual void data(const std::string& item, const std::string& value) = 0;
-        virtual void disconnected() = 0;
-    };
-
     explicit Conversation(Listener* listener);
     ~Conversation();
     Conversation(const Conversation&) = delete;
@@ -35,33 +29,17 @@ public:
     UINT advise(const std::string& item, DWORD timeoutMs);
     bool isConnected() const;
 
-    // For the callback.
-    static Conversation* of(HCONV handle);
-    void lost();
-    void completed(DWORD transaction, HDDEDATA data);
-    Listener* listener() const { return listener_; }
-    DWORD id() const { return id_; }
+    struct Worker {
+        std::shared_ptr<WorkThread> thread;
+        std::shared_ptr<Session> session;
+    };
 
 private:
-    struct Waiting {
-        UINT type = 0;
-        DWORD id = 0;
-        bool done = false;
-        bool answered = false;
-        std::string text;
-    };
-    UINT transact(const void* bytes, DWORD size, const std::string& item, UINT type,
-                  DWORD timeoutMs, std::string* text);
-    bool takeStrayAnswers(DWORD waitMs);
+    template <typename Work>
+    bool call(Work work, DWORD limitMs) const;
 
-    Listener* listener_;
-    DWORD id_ = 0;
-    UINT initError_ = 0;
-    HCONV handle_ = nullptr;
-    bool afterRequest_ = false;
-    bool lateAnswer_ = false;
-    Waiting* waiting_ = nullptr;
-    bool hungUp_ = false;
+    Worker worker_;
+    mutable bool stuck_ = false;  // a call outran its limit: the thread may still be in it
 };
 
 }  // namespace sidekin::link::dde

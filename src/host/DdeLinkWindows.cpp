@@ -19,7 +19,9 @@ QString fromAnsi(const std::string& text) {
 DdeChannel::DdeChannel() : conversation_(this) {}
 
 void DdeChannel::connectTo(const QString& service, const QString& topic) {
-    if (conversation_.connect(ansi(service), ansi(topic)) != DMLERR_NO_ERROR) raiseError(ErrNoHost);
+    const UINT error = conversation_.connect(ansi(service), ansi(topic));
+    if (error == dde::ConnectTimedOut) raiseError(ErrTimeout);
+    if (error != DMLERR_NO_ERROR) raiseError(ErrNoHost);
 }
 
 std::unique_ptr<Channel> DdeLink::open(const QString& service, const QString& topic) {
@@ -45,6 +47,9 @@ void DdeChannel::check(UINT error) const {
             raiseError(isOpen() ? ErrTimeout : ErrHostQuit);
         case DMLERR_BUSY:
             raiseError(ErrBusy);
+        case DMLERR_NO_CONV_ESTABLISHED:  // ended before the operation
+            raiseError(ErrNoChannel);
+        case DMLERR_SERVER_DIED:
         case DMLERR_POSTMSG_FAILED:  // the host's window is gone
             raiseError(ErrHostQuit);
         default:
@@ -54,23 +59,20 @@ void DdeChannel::check(UINT error) const {
 
 // The conversation's topic was chosen when it was opened.
 void DdeChannel::execute(const QString&, const QString& command, int timeoutMs) {
-    if (!isOpen()) raiseError(ErrNoChannel);
     check(conversation_.execute(ansi(command), static_cast<DWORD>(timeoutMs)));
 }
 
 QString DdeChannel::request(const QString&, const QString& item, int timeoutMs) {
-    if (!isOpen()) raiseError(ErrNoChannel);
     std::string value;
     check(conversation_.request(ansi(item), static_cast<DWORD>(timeoutMs), &value));
     return fromAnsi(value);
 }
 
 void DdeChannel::advise(const QString&, const QString& item, int timeoutMs) {
-    if (!isOpen()) raiseError(ErrNoChannel);
     check(conversation_.advise(ansi(item), static_cast<DWORD>(timeoutMs)));
 }
 
-// Both may come inside a transaction: handed on at the next turn of the event loop.
+// Both come on the conversation's thread: handed on at the next turn of the event loop.
 void DdeChannel::data(const std::string& item, const std::string& value) {
     QMetaObject::invokeMethod(
         this,

@@ -8,7 +8,7 @@
 namespace sidekin::link {
 
 // A conversation with the host over DDEML.
-class DdeChannel : public Channel, private dde::Conversation::Listener {
+class DdeChannel : public Channel, private dde::Listener {
 public:
     DdeChannel();
 

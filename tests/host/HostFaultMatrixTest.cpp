@@ -184,7 +184,7 @@ TEST_P(HostFaultMatrix, NoCrashNoStallAndTheBoxesOwed) {
     if (cell.state != Startup) {
         ASSERT_NO_FATAL_FAILURE(connectProgram(simulator->service(), simulator->configFolder()));
         iNITddesHOWorq();
-        ASSERT_TRUE(frmORQ().isVisible());
+        ASSERT_TRUE(frmORQ().isVisible()) << dialogs.boxTitles().join(", ").toStdString();
         if (cell.state == Choosing) frmRnTblAdd().cboSample->setCurrentText("Solvent Blank");
         if (cell.state >= Loading && cell.state <= Running) addRun("FRONTSTD", 17044, "5", "A");
         ASSERT_TRUE(dialogs.shown.empty());
@@ -236,6 +236,12 @@ TEST_P(HostFaultMatrix, NoCrashNoStallAndTheBoxesOwed) {
     QStringList shown, owed;
     for (const Shown& s : dialogs.shown)
         shown << s.title + ": " + (s.title == StartupBox.first ? QString() : s.text);
+#ifdef _WIN32
+    // A DDE connect passes over a window that has read no message for 5 s: a host
+    // stopped that long is not there.
+    if (cell.fault == Stop)
+        shown.replaceInStrings(errorDescription(ErrNoHost), errorDescription(ErrTimeout));
+#endif
     for (const auto& [title, error] : cell.boxes)
         owed << title + QStringLiteral(": ") + (error ? errorDescription(error) : QString());
     EXPECT_EQ(shown, owed);
@@ -248,12 +254,11 @@ std::string cellName(const ::testing::TestParamInfo<Cell>& info) {
 }
 
 #ifdef _WIN32
-// Over DDE a host cannot send a malformed answer, and a stopped host holds
-// DdeConnect, which waits for every top-level window of the desktop.
+// Over DDE a host cannot send a malformed answer.
 std::vector<Cell> ddeCells() {
     std::vector<Cell> dde;
     for (const Cell& cell : cells)
-        if (cell.fault == Kill || cell.fault == Close) dde.push_back(cell);
+        if (cell.fault != Garbage) dde.push_back(cell);
     return dde;
 }
 INSTANTIATE_TEST_SUITE_P(Cells, HostFaultMatrix, ::testing::ValuesIn(ddeCells()), cellName);
