@@ -59,6 +59,7 @@ TEST_F(MainWindowTest, TableCommandsKeepRowsUpToTheCurrentRun) {
         {"up first", cmdUp_Click, 0, 1, "1RunA 2RunB 3RunC", 1, {}},
         {"up last", cmdUp_Click, 0, 3, "1RunA 2RunC 3RunB", 2, {}},
         {"up first free", cmdUp_Click, 1, 2, "1RunA 2RunB 3RunC", 2, {}},
+        {"up second", cmdUp_Click, 0, 2, "1RunB 2RunA 3RunC", 1, {}},
         {"delete", cmdRnTblDel_Click, 0, 2, "1RunA 2RunC", -1, {}},
         {"delete current", cmdRnTblDel_Click, 1, 1, "1RunA 2RunB 3RunC", 1, {"17261: 17202"}},
         {"delete nothing", cmdRnTblDel_Click, 0, 0, "1RunA 2RunB 3RunC", 0, {"17261: 17202"}},

@@ -51,6 +51,8 @@ TEST(RunTableFileTest, HandEditsAreNamed) {
          RunTableFileError::Newer, 0},
         {"a row with nine cells", QByteArray(good).replace("\"CAL01\",", ""),
          RunTableFileError::BadRow, 2},
+        {"a row with eleven cells", QByteArray(good).replace("\"CAL01\",", "\"CAL01\",\"\","),
+         RunTableFileError::BadRow, 2},
         {"a cell that is a number", QByteArray(good).replace("\"Calibration Mix\"", "7"),
          RunTableFileError::BadRow, 2},
         {"a cell with a tab", QByteArray(good).replace("CAL01", "CAL\\t01"),

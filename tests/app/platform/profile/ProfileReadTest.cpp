@@ -44,6 +44,8 @@ TEST(ProfileRead, Layout) {
         {"caseBlindBeyondAscii", "öL", "NAME", "Jürgen Ölmann"},
         {"missingSection", "Nowhere", "x", "DEFAULT"},
         {"missingKey", "Odd", "nothing", "DEFAULT"},
+        {"emptySectionEndsAtTheNextHeader", "Empty", "after", "DEFAULT"},
+        {"headerOnTheLastLine", "Last", "after", "DEFAULT"},
     };
     for (const auto& [name, section, key, expected] : rows) {
         QString buffer = QStringLiteral("garbage");
