@@ -5,8 +5,10 @@
 #include <QFile>
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM",
-            qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    // Wine passes no QT_ variable on to the program: a test asks for its platform by another name.
+    const QByteArray platform = qgetenv("SIDEKIN_TEST_PLATFORM");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", platform.isEmpty() ? "offscreen" : platform);
     if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
         qputenv("XDG_RUNTIME_DIR", "/tmp/sidekin-test-runtime");
     // The run table's journal of the tests stays in the build.
