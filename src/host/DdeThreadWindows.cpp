@@ -75,15 +75,15 @@ void WorkThread::run() {
     MSG msg;
     PeekMessageA(&msg, nullptr, 0, 0, PM_NOREMOVE);  // makes the thread's message queue
     while (!finished_) {
-        MsgWaitForMultipleObjects(1, &wake_, FALSE, INFINITE, QS_ALLINPUT);
+        // Before waiting: a wait counts only what came after the last look at the queue.
         while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
             if (!passOver_ || !passOver_(msg)) DispatchMessageA(&msg);
-        while (!finished_) {
-            const auto task = next();
-            if (!task) break;
+        if (const auto task = next()) {
             task->work();
             if (task->done) SetEvent(task->done);
+            continue;
         }
+        MsgWaitForMultipleObjects(1, &wake_, FALSE, INFINITE, QS_ALLINPUT);
     }
 }
 
