@@ -106,6 +106,7 @@ TEST_F(PrintTest, HeadingAndOneBlockPerRunWithTheInformationWrapped) {
         const qsizetype left = indentOf(lines[at]) - 2;  // Tab(3)
         EXPECT_EQ(lines[at + 4], QString(left + 5, ' ') + text(17029) + ": " + text(17044));
         EXPECT_EQ(lines[at + 9].trimmed(), text(17034) + ":");
+        EXPECT_EQ(indentOf(lines[at + 9]), left + 5);
         QStringList printed;
         for (at += 10; at < lines.size() && !lines[at].contains(text(17025) + ":"); ++at)
             printed << QString::number(lines[at].isEmpty() ? 9 : indentOf(lines[at]) - left + 1) +

@@ -80,6 +80,10 @@ TEST_F(X11WindowSystemTest, OwnWidgetIsEmbeddedInAForeignWindowAndBackOut) {
     const WindowHandle handle = windowHandleOf(form);
     const WindowHandle before = parentOf(handle);
     ASSERT_NE(before, 0);
+    const WindowHandle gone = makeWindow(root);
+    xcb_destroy_window(c, static_cast<xcb_window_t>(gone));
+    EXPECT_EQ(system->setParent(handle, gone), 0);
+    EXPECT_EQ(parentOf(handle), before);
 
     EXPECT_EQ(system->setParent(handle, host), before);
     EXPECT_EQ(parentOf(handle), host);
