@@ -118,6 +118,7 @@ TEST_F(MainWindowTest, OperatorChoice) {
 
     list.setCurrentText(QString(30, 'b'));
     EXPECT_EQ(dialogs.boxTitles(), QStringList{text(17260)});
+    EXPECT_EQ(dialogs.shown.back().text, text(17201));
     EXPECT_EQ(App.GlblOperator, first);
     EXPECT_EQ(modals(), 0);
 
@@ -142,6 +143,7 @@ TEST_F(MainWindowTest, OperatorChoice) {
     list.setCurrentText(first);
     EXPECT_EQ(grid().Rows(), 1);
     EXPECT_EQ(dialogs.boxTitles(), (QStringList{text(17260), text(17260)}));
+    EXPECT_EQ(dialogs.shown.back().text, text(17200));
     EXPECT_EQ(modals(), 0);
 }
 
