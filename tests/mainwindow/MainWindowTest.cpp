@@ -132,6 +132,8 @@ TEST_F(MainWindowTest, OperatorChoice) {
     QCoreApplication::processEvents();
     emit list.activated(list.currentIndex());
     EXPECT_EQ(modals(), 3);
+    emit frmORQ().fgrdRunTable->DblClick();  // on an empty table: Add
+    EXPECT_EQ(modals(), 4);
 
     threeRows();
     dialogs.shown.clear();
