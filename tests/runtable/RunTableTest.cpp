@@ -9,6 +9,7 @@
 
 #include "AppState.h"
 #include "ErrorOf.h"
+#include "FlexGridModel.h"
 #include "FlexGridView.h"
 #include "G11n.h"
 #include "RunTable.h"
@@ -285,6 +286,23 @@ TEST_F(FlexGridViewTest, ShowsRunsColoursAndTheGridsSelection) {
     view.syncSelection();
     EXPECT_EQ(selection(grid()), (std::array{3, 2, 3, 9}));
     EXPECT_EQ(shown(), (std::pair{std::set{3}, std::set{2, 3, 4, 5, 6, 7, 8, 9}}));
+}
+
+// A cell may hold a legacy system colour number (a hand-edited journal, too).
+TEST(GridColourTest, SystemColoursTakeTheirPaletteRoles) {
+    const std::pair<int, QPalette::ColorRole> roles[] = {
+        {5, QPalette::Base},        {8, QPalette::Text},
+        {13, QPalette::Highlight},  {14, QPalette::HighlightedText},
+        {15, QPalette::Button},     {16, QPalette::Dark},
+        {18, QPalette::ButtonText}, {20, QPalette::Light},
+        {19, QPalette::Window}};
+    QPalette palette;
+    for (const auto& [index, role] : roles) palette.setColor(role, QColor(index * 12, 7, 9));
+    for (const auto& [index, role] : roles)
+        EXPECT_EQ(gridColorToQColor(SystemColorFlag | GridColor(index), palette),
+                  QColor(index * 12, 7, 9))
+            << index;
+    EXPECT_EQ(gridColorToQColor(0x336699, palette), QColor(0x99, 0x66, 0x33));
 }
 
 TEST_F(FlexGridViewTest, OperatorClicksMoveTheGridSelection) {
