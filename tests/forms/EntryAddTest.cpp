@@ -268,6 +268,25 @@ TEST_F(EntryEditTest, ActivationFillsTheFormOnce) {
     EXPECT_EQ(edit.txtSampleID->text(), "typed");
 }
 
+TEST_F(EntryEditTest, TheVialCaptionAndTipFollowTheRowsInjectionType) {
+    connect();
+    addThenEdit("Calibration Mix", "FRONTSTD", "1", 1);
+    FrmRnTblEdit& edit = frmRnTblEdit();
+    const int types[][3] = {{17048, 17059, 17159},
+                            {17044, 17061, 17161},
+                            {17045, 17062, 17162},
+                            {17046, 17060, 17160},
+                            {17047, 17063, 17163}};
+    for (const auto& [type, caption, tip] : types) {
+        edit.hide();
+        grid().setTextMatrix(1, ColInjectionType, text(type));
+        App.GlblEditOpen = 1;
+        edit.show();
+        EXPECT_EQ(edit.lblVial->text(), text(caption)) << type;
+        EXPECT_EQ(edit.cboVialNum->toolTip(), text(tip)) << type;
+    }
+}
+
 TEST_F(EntryEditTest, WalkStopsAtBothEnds) {
     connect();
     addThenEdit("Solvent Blank", "FRONTSTD", "2", 1);
