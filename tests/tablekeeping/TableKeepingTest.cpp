@@ -160,6 +160,11 @@ TEST_F(TableKeepingTest, BadFilesChangeNothingAndSaySo) {
         EXPECT_EQ(onlyBoxText(import(c.body, c.header)), c.says) << c.name;
         EXPECT_EQ(rows(), before) << c.name;
     }
+    grid().setRows(32766);  // 32765 runs: one more fits, the next does not
+    EXPECT_EQ(onlyBoxText(import("1,Calibration Mix,FRONTSTD,X,,2,EDGE1,,,\r\n")),
+              "All 1 runs were added.");
+    EXPECT_EQ(onlyBoxText(import("1,Calibration Mix,FRONTSTD,X,,2,EDGE2,,,\r\n")),
+              "The worklist has 1 runs; the run table holds at most 32766. Nothing was added.");
 }
 
 TEST_F(TableKeepingTest, SpreadsheetFlavoursImport) {
