@@ -148,9 +148,11 @@ TEST_F(WalkTest, PausedWithTheRemainingRowsDeletedResumeEndsTheWalk) {
         grid.setRowSel(row);
         frmORQ().cmdRnTblDel->click();
     }
+    frmORQ().lblStatusTime->setText("Elapsed: 3 min");
     clickStartPauseResume();
     EXPECT_EQ(App.GlblRunState, RunStateIdle);
     EXPECT_EQ(currentRunText(), text(17102));
+    EXPECT_TRUE(frmORQ().lblStatusTime->text().isEmpty());
     EXPECT_EQ(hostStarts(), 1);
 }
 
