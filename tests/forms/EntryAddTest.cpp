@@ -270,6 +270,9 @@ TEST_F(EntryEditTest, ActivationFillsTheFormOnce) {
 
 TEST_F(EntryEditTest, TheVialCaptionAndTipFollowTheRowsInjectionType) {
     connect();
+    frmRnTblEdit().btnReplace->click();  // an empty table: nothing to replace, nothing to say
+    EXPECT_EQ(grid().Rows(), 1);
+    EXPECT_TRUE(dialogs.shown.empty());
     addThenEdit("Calibration Mix", "FRONTSTD", "1", 1);
     FrmRnTblEdit& edit = frmRnTblEdit();
     const int types[][3] = {{17048, 17059, 17159},
