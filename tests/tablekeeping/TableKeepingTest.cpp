@@ -217,6 +217,7 @@ TEST_F(TableKeepingTest, SaveAndOpenKeepRowsAndColours) {
     dialogs.fileAnswers.push_back(files.file("night"));
     SaveRunTable();
     ASSERT_TRUE(QFile::exists(files.file("night.sidekin-table")));
+    EXPECT_TRUE(dialogs.boxTitles().isEmpty());
     dialogs.fileAnswers.push_back(files.file("no-such-folder/night"));
     SaveRunTable();
     EXPECT_EQ(dialogs.boxTitles(), QStringList{text(18008)}) << "a folder that is not there";
