@@ -241,6 +241,26 @@ TEST_F(TableKeepingTest, SaveAndOpenKeepRowsAndColours) {
     EXPECT_EQ(hostStarts(), 0);
 }
 
+TEST_F(TableKeepingTest, AFileThatIsNoTableSaysWhy) {
+    startHost();
+    const QByteArray head = R"({"format":"sidekin run table","version":)";
+    const std::pair<QByteArray, int> cases[] = {
+        {"run table", 18015},
+        {R"({"format":"other","rows":[]})", 18016},
+        {head + R"(9,"rows":[]})", 18017},
+        {head + R"(1,"rows":[{"cells":[]}]})", 18018},
+    };
+    for (const auto& [bytes, message] : cases) {
+        dialogs.fileAnswers.push_back(files.write("bad.sidekin-table", bytes));
+        OpenRunTable();
+        EXPECT_EQ(dialogs.shown.back().text, text(message).replace("<NUMBER>", "1")) << message;
+    }
+    dialogs.fileAnswers.push_back(files.path());  // a folder cannot be read as a file
+    OpenRunTable();
+    EXPECT_EQ(dialogs.shown.back().text, text(18014));
+    EXPECT_EQ(grid().Rows(), 1);
+}
+
 TEST_F(TableKeepingTest, AFileOfAnotherOperatorOrInstrumentSaysSo) {
     startHost();
     RunTableSnapshot table;
@@ -275,6 +295,7 @@ TEST_F(TableKeepingTest, OpeningChoosesTheTablesOperator) {
     EXPECT_EQ(App.GlblOperator, chosen);
     EXPECT_EQ(frmORQ().cboOperator->currentText(), chosen);
     EXPECT_TRUE(frmORQ().cmdRnTblAdd->isEnabled());
+    EXPECT_TRUE(frmORQ().cmdStartPauseResume->isEnabled());
     EXPECT_EQ(grid().Rows(), 4);
 }
 
