@@ -149,6 +149,9 @@ TEST_F(EntryAddTest, InjectionCountsBelowOneAddNothing) {
         EXPECT_EQ(boxes(), box) << count;
         EXPECT_EQ(grid().Rows(), 1) << count;
     }
+    form().btnClear->click();  // cleared, the same sample fills its methods again
+    choose(form(), "Solvent Blank");
+    EXPECT_TRUE(items(*form().cboMethod).contains("FRONTSTD"));
 }
 
 TEST_F(EntryAddTest, FieldLimits) {
