@@ -73,6 +73,7 @@ TEST(LinkProtocolTest, MalformedFrameLeavesTheReaderFailed) {
         {"unknown verb 4", framed(body(4, texts))},
         {"verb 0", framed(body(0, texts))},
         {"text length past the body", framed(body(2, text("CPWAIT") + u32(50) + "x" + text("")))},
+        {"no room for the second text's length", framed(body(2, text("CPWAITxx")))},
         {"trailing bytes", framed(body(2, texts + "!"))},
     };
     const QByteArray good = encode({Verb::Ack, 1, "", "", ""});
