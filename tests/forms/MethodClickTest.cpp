@@ -163,6 +163,22 @@ TEST_F(MethodClickFaultTest, FieldsWrittenBeforeABadReplyStay) {
     EXPECT_FALSE(form.txtDataFile->isReadOnly());
 }
 
+// A range known only once the method is loaded: the form takes no input while it loads.
+TEST_F(MethodClickFaultTest, TheFormRestsWhileTheMethodLoads) {
+    hostsim::SimConfig config = InProcessHost::defaultConfig();
+    model("none", [](auto& c) { c.frontLower = 0, c.frontUpper = 999; })(config);
+    connect(config);
+    QList<bool> enabledWhileLoading;
+    QObject::connect(&host->simulator(), &hostsim::HostSimulator::itemChanged,
+                     [&](const QString&, const QString& value) {
+                         if (value == "LOADING") enabledWhileLoading << frmRnTblAdd().isEnabled();
+                     });
+    choose(frmRnTblAdd(), "Solvent Blank", "FRONTSTD");
+    EXPECT_FALSE(enabledWhileLoading.isEmpty());
+    EXPECT_FALSE(enabledWhileLoading.contains(true));
+    EXPECT_TRUE(frmRnTblAdd().isEnabled());
+}
+
 // Vial ranges per model and side, with the host questions each asks.
 struct RangeCase {
     const char* name;
