@@ -80,33 +80,31 @@ UINT Conversation::connect(const std::string& service, const std::string& topic)
 }
 
 // The thread's own wait ends at the limit, twice it after an answer given up.
+template <typename Work>
+UINT Conversation::transact(Work work, DWORD timeoutMs, UINT timedOut) {
+    auto error = std::make_shared<UINT>(DMLERR_NO_ERROR);
+    if (!call([=](Session& session) { *error = work(session); }, 2 * timeoutMs + QuickLimitMs))
+        return timedOut;
+    return *error;
+}
+
 UINT Conversation::request(const std::string& item, DWORD timeoutMs, std::string* value) {
-    struct Answer {
-        UINT error = DMLERR_NO_ERROR;
-        std::string text;
-    };
-    auto answer = std::make_shared<Answer>();
-    if (!call([=](Session& s) { answer->error = s.request(item, timeoutMs, &answer->text); },
-              2 * timeoutMs + QuickLimitMs))
-        return DMLERR_DATAACKTIMEOUT;
-    if (value) *value = std::move(answer->text);
-    return answer->error;
+    auto text = std::make_shared<std::string>();
+    const UINT error =
+        transact([=](Session& session) { return session.request(item, timeoutMs, text.get()); },
+                 timeoutMs, DMLERR_DATAACKTIMEOUT);
+    if (value && error == DMLERR_NO_ERROR) *value = std::move(*text);
+    return error;
 }
 
 UINT Conversation::execute(const std::string& command, DWORD timeoutMs) {
-    auto error = std::make_shared<UINT>(DMLERR_NO_ERROR);
-    if (!call([=](Session& session) { *error = session.execute(command, timeoutMs); },
-              2 * timeoutMs + QuickLimitMs))
-        return DMLERR_EXECACKTIMEOUT;
-    return *error;
+    return transact([=](Session& session) { return session.execute(command, timeoutMs); },
+                    timeoutMs, DMLERR_EXECACKTIMEOUT);
 }
 
 UINT Conversation::advise(const std::string& item, DWORD timeoutMs) {
-    auto error = std::make_shared<UINT>(DMLERR_NO_ERROR);
-    if (!call([=](Session& session) { *error = session.advise(item, timeoutMs); },
-              2 * timeoutMs + QuickLimitMs))
-        return DMLERR_ADVACKTIMEOUT;
-    return *error;
+    return transact([=](Session& session) { return session.advise(item, timeoutMs); }, timeoutMs,
+                    DMLERR_ADVACKTIMEOUT);
 }
 
 bool Conversation::isConnected() const {

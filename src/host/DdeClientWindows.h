@@ -37,6 +37,8 @@ public:
 private:
     template <typename Work>
     bool call(Work work, DWORD limitMs) const;
+    template <typename Work>
+    UINT transact(Work work, DWORD timeoutMs, UINT timedOut);
 
     Worker worker_;
     mutable bool stuck_ = false;  // a call outran its limit: the thread may still be in it
